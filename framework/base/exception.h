@@ -1,0 +1,36 @@
+#pragma once
+
+#include <exception>
+
+#include "framework/base/cstring.h"
+#include "framework/base/object.h"
+
+// Root of the framework's errors. They are thrown by value and caught by reference.
+class KORTAVIN_API CException : public std::exception {
+  public:
+    ~CException() override;
+    // The text to show, in GBK.
+    virtual CString GetErrorMessage() const = 0;
+    // A fixed ASCII text naming the kind of error.
+    const char* what() const noexcept override;
+};
+
+// An allocation failed.
+class KORTAVIN_API CMemoryException : public CException {
+  public:
+    ~CMemoryException() override;
+    CString GetErrorMessage() const override;
+    const char* what() const noexcept override;
+};
+
+// An operation that the other side does not offer; it carries only a text. Not a database error.
+class KORTAVIN_API CNotSupportedException : public CException {
+  public:
+    explicit CNotSupportedException(const CString& text) : m_text(text) {}
+    ~CNotSupportedException() override;
+    CString GetErrorMessage() const override { return m_text; }
+    const char* what() const noexcept override;
+
+  private:
+    CString m_text;
+};
