@@ -1,5 +1,7 @@
 #pragma once
 
+#include <climits>
+#include <stdexcept>
 #include <vector>
 
 #include "framework/base/cstring.h"
@@ -19,11 +21,16 @@ class CListArray {
     T GetAt(int index) const { return Holds(index) ? m_items[static_cast<std::size_t>(index)] : T{}; }
     T operator[](int index) const { return GetAt(index); }
     void SetAt(int index, const T& item) {
-        if (Holds(index)) m_items[static_cast<std::size_t>(index)] = item;
+        if (Holds(index))
+            m_items[static_cast<std::size_t>(index)] = item;
     }
     void SetAtGrow(int index, const T& item) {
-        if (index < 0) return;
-        if (index >= GetSize()) SetSize(index + 1);
+        if (index < 0)
+            return;
+        if (index == INT_MAX)
+            throw std::length_error("list too long");
+        if (index >= GetSize())
+            SetSize(index + 1);
         SetAt(index, item);
     }
     int Add(const T& item) {  // the new element's index
@@ -31,12 +38,15 @@ class CListArray {
         return GetUpperBound();
     }
     void InsertAt(int index, const T& item, int count = 1) {
-        if (index < 0 || count <= 0) return;
-        if (index > GetSize()) SetSize(index);
+        if (index < 0 || count <= 0)
+            return;
+        if (index > GetSize())
+            SetSize(index);
         m_items.insert(m_items.begin() + index, static_cast<std::size_t>(count), item);
     }
     void RemoveAt(int index, int count = 1) {
-        if (!Holds(index) || count <= 0) return;
+        if (!Holds(index) || count <= 0)
+            return;
         const int last = count < GetSize() - index ? index + count : GetSize();
         m_items.erase(m_items.begin() + index, m_items.begin() + last);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,7 +15,22 @@ namespace kortavin::base {
 
 // How many bytes the character at the beginning of `rest` takes: 1, 2 or 4; 0 for an empty text. A lead byte
 // without a proper trail is one byte.
-KORTAVIN_API std::size_t CharacterLength(std::string_view rest);
+inline std::size_t CharacterLength(std::string_view rest) {
+    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(rest[i]); };
+    const auto isLead = [&](std::size_t i) { return byte(i) >= 0x81 && byte(i) <= 0xFE; };
+    const auto isDigit = [&](std::size_t i) { return byte(i) >= 0x30 && byte(i) <= 0x39; };
+    if (rest.size() < 2 || !isLead(0))
+        return rest.empty() ? 0 : 1;
+    if (byte(1) >= 0x40 && byte(1) != 0x7F && byte(1) != 0xFF)
+        return 2;
+    return rest.size() >= 4 && isDigit(1) && isLead(2) && isDigit(3) ? 4 : 1;
+}
+
+// How many bytes at the beginning of `text` are ASCII.
+KORTAVIN_API std::size_t AsciiLength(std::string_view text);
+
+// The last character boundary of `text` that is not behind `limit`, stepping from the boundary `from`.
+KORTAVIN_API std::size_t CharacterBoundary(std::string_view text, std::size_t from, std::size_t limit);
 
 // The longest beginning of `text` of at most `limit` bytes that does not split a character.
 KORTAVIN_API std::string_view CutAtCharacter(std::string_view text, std::size_t limit);
@@ -22,7 +38,8 @@ KORTAVIN_API std::string_view CutAtCharacter(std::string_view text, std::size_t 
 // <0, 0, >0 in byte order after folding single-byte ASCII letters.
 KORTAVIN_API int CompareNoCase(std::string_view a, std::string_view b);
 
-// Append the converted text; false when the input is not valid, with `out` as it was.
+// Append the converted text; false when the input is not valid, with `out` as it was. The input must not lie
+// in `out`. Safe in any number of threads at once.
 [[nodiscard]] KORTAVIN_API bool AppendUtf8AsGbk(std::string& out, std::string_view utf8);
 [[nodiscard]] KORTAVIN_API bool AppendGbkAsUtf8(std::string& out, std::string_view gbk);
 
@@ -37,7 +54,8 @@ class KORTAVIN_API NarrowCharset {
     // By its IANA or ICU name, in any letter case. Nothing when no such character set is known.
     static std::optional<NarrowCharset> ByName(const std::string& name);
     static NarrowCharset Utf8();
-    // The character set of the process's environment (its locale variables); UTF-8 where that says ASCII only.
+    // The character set of the process's environment (its locale variables); UTF-8 where that says ASCII
+    // only.
     static NarrowCharset OfEnvironment();
 
     NarrowCharset(NarrowCharset&&) noexcept;
@@ -46,8 +64,9 @@ class KORTAVIN_API NarrowCharset {
 
     const std::string& GetName() const;
 
-    // Replace `gbk` (`narrow`) by the converted text; false, with the target unchanged, when a character is not
-    // valid or the other side has no code for it. GBK and GB18030 pass unchanged.
+    // Replace `gbk` (`narrow`) by the converted text; false, with the target unchanged, when a character is
+    // not valid or the other side has no code for it. GBK and GB18030 pass unchanged, and so does what fits
+    // in GB2312. The input must not lie in the target.
     [[nodiscard]] bool ToGbk(std::string& gbk, std::string_view narrow) const;
     [[nodiscard]] bool FromGbk(std::string& narrow, std::string_view gbk) const;
     // As Utf8ForMessage: never fails.

@@ -11,7 +11,8 @@
 
 // A string of bytes in the GBK code page. Lengths, indices and comparisons count bytes, and the bytes are
 // the truth: no operation re-encodes them. Zero bytes may stand inside. A null `const char*` is an empty
-// string everywhere. Counts and indices outside the string are clamped to it.
+// string everywhere. Counts and indices outside the string are clamped to it. A length that an int cannot
+// hold is a std::length_error.
 class KORTAVIN_API CString {
   public:
     CString() = default;
@@ -43,6 +44,9 @@ class KORTAVIN_API CString {
     char* GetBuffer(int minimum);
     char* GetBufferSetLength(int length);
     void ReleaseBuffer(int length = -1);
+
+    // Exchanges the text, and the room it has, with a plain string's.
+    void Swap(std::string& text) noexcept { m_text.swap(text); }
 
     CString& operator+=(const CString& text);
     CString& operator+=(const char* text);
@@ -76,7 +80,12 @@ class KORTAVIN_API CString {
 
     friend bool operator==(const CString& a, const CString& b) { return a.m_text == b.m_text; }
     friend bool operator==(const CString& a, const char* b) { return a.m_text == (b ? b : ""); }
-    friend std::strong_ordering operator<=>(const CString& a, const CString& b) { return a.m_text <=> b.m_text; }
+    friend std::strong_ordering operator<=>(const CString& a, const CString& b) {
+        return a.m_text <=> b.m_text;
+    }
+    friend std::strong_ordering operator<=>(const CString& a, const char* b) {
+        return a.m_text <=> (b ? b : "");
+    }
 
   private:
     std::string m_text;

@@ -36,7 +36,7 @@ class KORTAVIN_API CFileException : public CException {
 
     Cause m_cause = none;
     int m_lOsError = 0;
-    CString m_strFileName;
+    CString m_strFileName;  // the system's own bytes; only the message is GBK
 };
 
 // A file of bytes. All operations are virtual, so a host may hand in a class of its own. Reads and writes go
@@ -60,8 +60,9 @@ class KORTAVIN_API CFile : public CObject {
     static const CRuntimeClass classCFile;
 
     CFile();
-    // Takes over an open descriptor and closes it in the end.
-    explicit CFile(int descriptor);
+    // Takes over an open descriptor and closes it in the end; when it throws, the descriptor is still the
+    // caller's. The path only names the file, in errors and for GetFilePath.
+    explicit CFile(int descriptor, const char* path = nullptr);
     // Opens, or throws.
     CFile(const char* path, UINT flags);
     CFile(const CFile&) = delete;
@@ -86,12 +87,16 @@ class KORTAVIN_API CFile : public CObject {
     virtual ULONGLONG GetPosition() const;
     // The new position. Before the beginning: badSeek, and the position stays.
     virtual ULONGLONG Seek(LONGLONG offset, UINT from);
+    // Of a pipe or a device: what went through it so far.
     virtual ULONGLONG GetLength() const;
+    // Cuts the file, or extends it by zero bytes. The position stays.
     virtual void SetLength(ULONGLONG length);
     virtual CString GetFilePath() const;
 
   private:
     struct Stream;
+    Stream& Opened() const;
+
     std::unique_ptr<Stream> m_stream;  // null while closed
 };
 

@@ -11,7 +11,8 @@ struct CRuntimeClass {
     // TRUE when this class is `base` or derives from it.
     BOOL IsDerivedFrom(const CRuntimeClass* base) const {
         for (const CRuntimeClass* c = this; c != nullptr; c = c->m_pBaseClass)
-            if (c == base) return TRUE;
+            if (c == base)
+                return TRUE;
         return FALSE;
     }
 };

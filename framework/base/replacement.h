@@ -20,7 +20,7 @@ class KORTAVIN_API FileReplacement {
     ~FileReplacement();
 
     CFile& File();
-    // The path of the unfinished file; empty when the target is written directly.
+    // The path of the unfinished file; empty when the target is written directly, and after Commit.
     const CString& GetUnfinishedPath() const;
     // Flushes to the disk, closes and renames; throws CFileException, and the former file stays.
     void Commit();

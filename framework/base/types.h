@@ -35,7 +35,8 @@ constexpr BYTE GetBValue(COLORREF color) {
 // number * numerator / denominator over a 64-bit product, rounded half away from zero.
 // -1 when the denominator is 0 or the result does not fit in 32 bits.
 constexpr int MulDiv(int number, int numerator, int denominator) {
-    if (denominator == 0) return -1;
+    if (denominator == 0)
+        return -1;
     const LONGLONG product = LONGLONG{number} * numerator;
     const LONGLONG divisor = denominator;
     const LONGLONG half = (divisor < 0 ? -divisor : divisor) / 2;

@@ -1,0 +1,36 @@
+#include "cli/statementsource.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+
+#include "cli/failure.h"
+#include "cli/text.h"
+#include "query/savedquery.h"
+
+namespace kortavin::cli {
+
+void AddStatementSource(CLI::App& command, StatementSource& source) {
+    auto* text = command.add_option("SQL", source.text, "The statement")->type_name("");
+    auto* file =
+        command.add_option("-f,--file", source.file, "Take the statement from this saved-query file");
+    file->type_name("FILE.SQL")->excludes(text);
+}
+
+CString ReadStatement(const StatementSource& source) {
+    if (!source.file.empty())
+        return ReadStatementFile(source.file);
+    if (source.text.empty())
+        throw UsageFailure("a statement is required: SQL or -f FILE.SQL");
+    return ToGbk(source.text);
+}
+
+CString ReadStatementFile(const std::string& path) {
+    try {
+        return query::ReadSavedQuery(CString(std::string_view(path)));
+    } catch (const query::SavedQueryFormatError&) {
+        throw Failure(fmt::format("{}: not a saved query, or not a whole one", path));
+    }
+}
+
+}  // namespace kortavin::cli

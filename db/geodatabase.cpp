@@ -1,0 +1,93 @@
+#include "db/geodatabase.h"
+
+#include <array>
+
+#include "db/catalogrecordsets.h"
+#include "framework/base/codepage.h"
+#include "framework/odbc/handles.h"
+#include "framework/window/messagebox.h"
+#include "resources/texts.h"
+
+static_assert(sizeof(CGeoDatabase) == sizeof(CDatabase), "its object is exactly a CDatabase");
+
+namespace {
+
+CString Report(const CDBException& error) {
+    return error.m_strError + error.m_strStateNativeOrigin;
+}
+
+CString Bracketed(const CString& name) {
+    return "[" + name + "]";
+}
+
+CString QuotedForJet(const CString& name) {
+    const int dot = name.Find('.');
+    return dot < 0 ? name : Bracketed(name.Left(dot)) + "." + Bracketed(name.Mid(dot + 1));
+}
+
+CString Quoted(const CString& name) {
+    return name.Find(' ') < 0 ? name : Bracketed(name);
+}
+
+}  // namespace
+
+CGeoDatabase::CGeoDatabase() = default;
+
+CGeoDatabase::~CGeoDatabase() = default;
+
+BOOL CGeoDatabase::GetAllTables(CStringArray& tables) {
+    BOOL result = FALSE;
+    CString report;
+    tables.RemoveAll();
+    try {
+        _CTables catalog(this);
+        result = catalog.Open(nullptr, nullptr, nullptr, "'TABLE,VIEW'", CRecordset::forwardOnly);
+        if (!result)
+            return FALSE;
+        for (; !catalog.IsEOF(); catalog.MoveNext())
+            tables.Add(catalog.m_strName);
+    } catch (const CDBException& error) {
+        report = Report(error);
+    } catch (const CMemoryException&) {
+        report = kortavin::resources::Text(kortavin::resources::TextId::MemoryError);
+    } catch (const std::bad_alloc&) {
+        report = kortavin::resources::Text(kortavin::resources::TextId::MemoryError);
+    }
+    if (!report.IsEmpty())
+        AfxMessageBox(report);
+    return result;
+}
+
+BOOL CGeoDatabase::GetColumnList(const CString& table, CStringArray& columns) {
+    CString report;
+    try {
+        CColumns catalog(this);
+        if (!catalog.Open(nullptr, nullptr, table, nullptr, CRecordset::forwardOnly))
+            return FALSE;
+        if (catalog.IsBOF())
+            return FALSE;
+        for (; !catalog.IsEOF(); catalog.MoveNext()) {
+            const CString& name = catalog.m_strColumnName;
+            columns.Add(IsODBCJetDriver() ? QuotedForJet(name) : Quoted(name));
+        }
+    } catch (const CDBException& error) {
+        report = Report(error);
+    } catch (const CMemoryException&) {
+        report = "Out-of-memory";
+    } catch (const std::bad_alloc&) {
+        report = "Out-of-memory";
+    }
+    if (!report.IsEmpty())
+        AfxMessageBox(report);
+    return TRUE;
+}
+
+BOOL CGeoDatabase::IsODBCJetDriver() {
+    std::array<char, 200> name{};
+    SQLSMALLINT length = 0;
+    const SQLRETURN code = SQLGetInfo(m_hdbc, SQL_DRIVER_NAME, name.data(), name.size(), &length);
+    if (!kortavin::odbc::Succeeded(code))
+        return FALSE;
+    name.back() = '\0';
+    return kortavin::base::CompareNoCase(name.data(), "ODBCJT32.DLL") == 0;
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstring>
+#include <memory>
+#include <span>
+
+#include "framework/base/file.h"
+#include "framework/base/system.h"
+
+// An open descriptor with the buffer that serves both directions: at any time it holds a window of bytes read
+// from the system, or bytes to be written, or nothing. The system's position is behind the window, and before
+// the bytes to be written.
+struct CFile::Stream {
+  public:
+    // Throws for what is no open descriptor; it is taken over only on success.
+    Stream(int descriptor, const CString& path);
+
+    const CString& Path() const { return m_path; }
+    ULONGLONG Position() const { return m_systemPosition + Pending().size() - ReadAhead().size(); }
+    ULONGLONG Length() const;
+
+    std::size_t Read(std::span<char> to);
+    void Write(std::span<const char> from) {
+        // An empty text wraps around and takes the long way as well: memcpy must not see its null pointer.
+        if (from.size() - 1 < static_cast<std::size_t>(m_writeEnd - m_writeAt)) {
+            std::memcpy(m_writeAt, from.data(), from.size());
+            m_writeAt += from.size();
+        } else {
+            WriteMore(from);
+        }
+    }
+    // Hands what is pending to the system. When that fails, what is left of it is dropped.
+    void Flush();
+    ULONGLONG Seek(LONGLONG offset, UINT from);
+    void SetLength(ULONGLONG length);
+    void Close();
+
+  private:
+    std::span<const char> ReadAhead() const { return m_window.subspan(m_readAt); }
+    std::span<const char> Pending() const {
+        if (m_writeAt == nullptr)
+            return {};
+        return {m_buffer.get(), m_writeAt};
+    }
+
+    [[noreturn]] void Fail(int osError) const;
+    void Wait(short events) const;
+    char* Buffer();
+    void DropWindow();
+    void MoveSystemTo(ULONGLONG position);
+    std::size_t TakeReadAhead(std::span<char> to);
+    std::size_t ReadFromSystem(std::span<char> to);
+    void WriteMore(std::span<const char> from);
+    void WriteToSystem(std::span<const char> from);
+    std::span<const char> Put(std::span<const char> from);
+
+    kortavin::base::Descriptor m_descriptor;
+    CString m_path;
+    bool m_readable = false;
+    bool m_writable = false;
+    bool m_appends = false;   // the system writes at the end, wherever the position was
+    bool m_seekable = false;  // a regular file
+    ULONGLONG m_systemPosition = 0;
+
+    std::unique_ptr<char[]> m_buffer;
+    std::span<const char> m_window;
+    std::size_t m_readAt = 0;   // in the window
+    char* m_writeAt = nullptr;  // both null while nothing is pending
+    char* m_writeEnd = nullptr;
+};

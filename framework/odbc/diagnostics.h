@@ -1,0 +1,23 @@
+#pragma once
+
+#include "framework/odbc/dbexception.h"
+#include "framework/odbc/handles.h"
+
+class CDatabase;
+
+namespace kortavin::odbc {
+
+// The database error for a failed call, with the texts of the statement's diagnostic records, else of the
+// connection's. A failure without any record gets a text that says so. `database` may be null.
+CDBException MakeError(RETCODE code, const CDatabase* database, HSTMT statement);
+
+// The same for a connection handle that is not a database's yet.
+CDBException MakeConnectError(RETCODE code, const CDatabase& database, HDBC connection);
+
+// An error of this layer's own; `state` is a five-character SQLSTATE.
+CDBException MakeOwnError(RETCODE code, const char* state, const CString& text);
+
+// "`what` is not valid text in the character set UTF-8": for a value or a name of the driver's.
+CDBException MakeConversionError(const CString& what, const CDatabase& database);
+
+}  // namespace kortavin::odbc

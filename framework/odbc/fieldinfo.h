@@ -1,0 +1,13 @@
+#pragma once
+
+#include "framework/base/cstring.h"
+#include "framework/odbc/odbctypes.h"
+
+// One result column, as the driver describes it.
+struct CODBCFieldInfo {
+    CString m_strName;         // at most 256 bytes
+    SWORD m_nSQLType = 0;      // ODBC 2 type code
+    DWORD m_nPrecision = 0;    // digits, or the size of a text in the driver's own units
+    SWORD m_nScale = 0;        // digits behind the decimal point
+    SWORD m_nNullability = 0;  // 0 no NULLs, 1 NULLs, 2 not known
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <functional>
+
+#include "framework/base/cstring.h"
+
+inline constexpr UINT MB_OK = 0;
+inline constexpr int IDOK = 1;
+
+// Shows a GBK text in a message box and answers the button that closed it. The text goes to the handler;
+// where none is set and no window can be had, it is dropped and the answer is IDOK.
+KORTAVIN_API int AfxMessageBox(const char* text, UINT type = MB_OK, UINT helpContext = 0);
+
+namespace kortavin::window {
+
+// Takes the place of the box: a command-line program writes a line, a test keeps a record.
+using MessageBoxHandler = std::function<int(const CString& text, UINT type)>;
+
+// Sets the handler (an empty one: none) and returns the former. To be called on the user-interface thread.
+KORTAVIN_API MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler);
+
+}  // namespace kortavin::window

@@ -1,0 +1,23 @@
+#include "service/statement.h"
+
+namespace kortavin::service {
+
+std::unique_ptr<_CRecordsetEx> OpenStatement(CGeoDatabase& database, const CString& sql) {
+    auto recordset = std::make_unique<_CRecordsetEx>(&database);
+    database.SetQueryTimeout(kStatementTimeout);
+    recordset->OpenSql(sql);
+    if (!recordset->IsOpen())
+        throw CDBException(0, "No statement can be allocated on the connection.\n",
+                           "State:HY000,Native:0,Origin:[Kortavin]\n");
+    return recordset;
+}
+
+std::vector<CODBCFieldInfo> DescribeResult(const CRecordset& recordset) {
+    const short count = recordset.GetODBCFieldCount();
+    std::vector<CODBCFieldInfo> columns(count > 0 ? static_cast<std::size_t>(count) : 0);
+    for (short i = 0; i < count; ++i)
+        recordset.GetODBCFieldInfo(i, columns[static_cast<std::size_t>(i)]);
+    return columns;
+}
+
+}  // namespace kortavin::service
