@@ -59,20 +59,18 @@ void AddCatalogCommands(CLI::App& app) {
     const auto arguments = std::make_shared<CatalogArguments>();
 
     CLI::App* tables = app.add_subcommand("tables", "List the tables and views, one name a line");
-    AddConnectionOption(*tables, arguments->connection);
+    AddConnectionOption(*tables, arguments->connection, "Example:\n  kortavin tables -c atlas.db");
     tables->add_flag("--json", arguments->json, "As a JSON array of strings");
-    tables->footer("Example:\n  kortavin tables -c atlas.db");
     tables->callback([arguments] { ListTables(*arguments); });
 
     CLI::App* columns = app.add_subcommand("columns", "List the columns of a table or view, one name a line");
-    AddConnectionOption(*columns, arguments->connection);
+    AddConnectionOption(*columns, arguments->connection,
+                        "Names are given as a statement takes them: one with a blank stands in brackets.\n\n"
+                        "Example:\n  kortavin columns -c atlas.db Cities");
     columns->add_option("TABLE", arguments->table, "Table or view, as 'tables' lists it")
         ->required()
         ->type_name("");
     columns->add_flag("--json", arguments->json, "As a JSON array of strings");
-    columns->footer(
-        "Names are given as a statement takes them: one with a blank stands in brackets.\n\n"
-        "Example:\n  kortavin columns -c atlas.db Cities");
     columns->callback([arguments] { ListColumns(*arguments); });
 }
 

@@ -118,7 +118,7 @@ query::ConditionGrid Conditions(const Place& definition) {
     for (const Place& element : Elements(Member(place, "rows"))) {
         grid.rows.push_back(TextList(element));
         if (grid.rows.back().size() != grid.columns.size())
-            element.Refuse(fmt::format("{} texts, one for each condition column,", grid.columns.size()));
+            element.Refuse(fmt::format("one text for each condition column ({})", grid.columns.size()));
     }
     return grid;
 }

@@ -1,7 +1,9 @@
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
+#include <filesystem>
 #include <map>
 #include <memory>
 
@@ -45,7 +47,16 @@ struct ExportArguments {
     service::ExportOptions Options() const { return {kLayouts.at(layout), kQuotes.at(quote), !noHeader}; }
 };
 
+// The output would take the place of what it is made from.
+void RequireOtherFile(const std::string& output, const std::string& input) {
+    std::error_code error;  // either need not be a file at all
+    if (std::filesystem::equivalent(output, input, error))
+        throw UsageFailure(fmt::format("{}: the output would replace what it is read from", output));
+}
+
 void RequireSensible(const ExportArguments& arguments) {
+    RequireOtherFile(arguments.output, arguments.connection);
+    RequireOtherFile(arguments.output, arguments.statement.file);
     if (arguments.layout != "binary")
         return;
     if (arguments.IsUtf8())
@@ -120,7 +131,15 @@ std::vector<std::string> Names(const std::map<std::string, Value>& named) {
 void AddExportCommand(CLI::App& app) {
     const auto arguments = std::make_shared<ExportArguments>();
     CLI::App* command = app.add_subcommand("export", "Write the rows of a statement's result to a file");
-    AddConnectionOption(*command, arguments->connection);
+    AddConnectionOption(
+        *command, arguments->connection,
+        "A former file is replaced only when the new one is complete; it stays whole whatever goes wrong, "
+        "Ctrl-C\n"
+        "included.\n\n"
+        "Examples:\n"
+        "  kortavin export -c atlas.db \"SELECT * FROM Cities\" -o cities.csv --quote double\n"
+        "  kortavin export -c atlas.db -f big.SQL -o big.dat --layout binary\n"
+        "  kortavin export -c atlas.db \"SELECT * FROM Rivers\" -o - --layout tab --encoding utf-8 | less");
     AddStatementSource(*command, arguments->statement);
     command->add_option("-o,--output", arguments->output, "The file; - writes to the standard output")
         ->required()
@@ -137,14 +156,6 @@ void AddExportCommand(CLI::App& app) {
         ->check(CLI::IsMember({"gbk", "utf-8"}).description(""))
         ->type_name("ENCODING");
     command->add_flag("--no-header", arguments->noHeader, "Leave out the column names");
-    command->footer(
-        "A former file is replaced only when the new one is complete; it stays whole whatever goes wrong, "
-        "Ctrl-C\n"
-        "included.\n\n"
-        "Examples:\n"
-        "  kortavin export -c atlas.db \"SELECT * FROM Cities\" -o cities.csv --quote double\n"
-        "  kortavin export -c atlas.db -f big.SQL -o big.dat --layout binary\n"
-        "  kortavin export -c atlas.db \"SELECT * FROM Rivers\" -o - --layout tab --encoding utf-8 | less");
     command->callback([arguments] { Export(*arguments); });
 }
 

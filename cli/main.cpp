@@ -38,11 +38,10 @@ void RequireUtf8(std::string_view text, std::string_view what) {
         throw UsageFailure(fmt::format("{} is not UTF-8: {}", what, text));
 }
 
-// What follows '=' may be a password in a connection string that lost its option.
-std::string UsageText(const CLI::ParseError& error) {
-    const std::string text = error.what();
-    const std::size_t value = text.find('=');
-    return value == std::string::npos ? text : text.substr(0, value) + "=...";
+std::string UsageText(const CLI::App& app, const CLI::ParseError& error) {
+    const std::vector<std::string> unknown = app.remaining();
+    const bool noCommand = app.get_subcommands().empty() && !unknown.empty();
+    return noCommand ? "unknown command or option " + unknown.front() : error.what();
 }
 
 void Build(CLI::App& app) {
@@ -81,7 +80,7 @@ int Run(int argc, char** argv) {
     } catch (const CLI::RuntimeError& answered) {
         return answered.get_exit_code();
     } catch (const CLI::ParseError& error) {
-        throw UsageFailure(UsageText(error));
+        throw UsageFailure(UsageText(app, error));
     }
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -36,6 +37,34 @@ std::string EscapeEachLine(std::string_view text) {
     }
 }
 
+std::string LowerAscii(std::string text) {
+    for (char& character : text)
+        if (character >= 'A' && character <= 'Z')
+            character = static_cast<char>(character - 'A' + 'a');
+    return text;
+}
+
+std::size_t ValueEnd(std::string_view text, std::size_t begin) {
+    const bool isBraced = begin < text.size() && text[begin] == '{';
+    const std::size_t end = isBraced ? text.find('}', begin) : text.find_first_of(";\n", begin);
+    return std::min(end, text.size());
+}
+
+// A connection string may stand where it does not belong, as a file's name for one, and be quoted in a
+// message.
+std::string HidePasswords(std::string text) {
+    for (const std::string_view key : {"pwd", "password"}) {
+        for (std::size_t at = 0; (at = LowerAscii(text).find(key, at)) != std::string::npos;) {
+            at += key.size();
+            const std::size_t equals = text.find_first_not_of(' ', at);
+            if (equals == std::string::npos || text[equals] != '=')
+                continue;
+            text.replace(equals + 1, ValueEnd(text, equals + 1) - equals - 1, "***");
+        }
+    }
+    return text;
+}
+
 }  // namespace
 
 void WriteOutput(std::string_view bytes) {
@@ -51,7 +80,8 @@ void WriteExactly(std::string_view bytes) {
 }
 
 void WriteMessage(std::string_view text) {
-    static_cast<void>(WriteAll(STDERR_FILENO, fmt::format("kortavin: {}\n", EscapeEachLine(text))));
+    static_cast<void>(WriteAll(
+        STDERR_FILENO, fmt::format("kortavin: {}\n", EscapeEachLine(HidePasswords(std::string(text))))));
 }
 
 bool OutputIsTerminal() {

@@ -12,7 +12,8 @@ void WriteOutput(std::string_view bytes);
 // exact.
 void WriteExactly(std::string_view bytes);
 
-// "kortavin: TEXT" on the standard error, controls escaped except line breaks. Never fails.
+// "kortavin: TEXT" on the standard error, controls escaped except line breaks, values of PWD and PASSWORD
+// hidden. Never fails.
 void WriteMessage(std::string_view text);
 
 bool OutputIsTerminal();

@@ -11,7 +11,6 @@
 namespace kortavin::cli {
 namespace {
 
-constexpr auto kInterval = std::chrono::milliseconds(100);
 constexpr const char* kEraseLine = "\r\x1b[K";
 
 bool CanShow() {

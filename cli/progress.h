@@ -21,13 +21,14 @@ class ProgressLine {
 
   private:
     using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds kInterval{100};
 
     void Write(ULONGLONG rows, ULONGLONG bytes, const char* end);
 
     const bool m_isShown;
     bool m_isOnScreen = false;
     Clock::time_point m_start = Clock::now();
-    Clock::time_point m_next = m_start;
+    Clock::time_point m_next = m_start + kInterval;
 };
 
 }  // namespace kortavin::cli

@@ -4,10 +4,7 @@
 #include <fmt/ranges.h>
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 
 #include "cli/failure.h"
 #include "cli/text.h"
@@ -19,30 +16,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Any file opens as a database with the SQLite driver, and statements that read no table even work; so look
-// before. An empty file is an empty database.
-void RequireSqliteFile(const fs::path& path) {
+void OpenFile(CGeoDatabase& database, const std::string& path) {
     if (!fs::is_regular_file(path))
-        throw Failure(fmt::format("{}: not a file", path.string()));
-    constexpr std::string_view kMagic("SQLite format 3\0", 16);
-    std::string begin(kMagic.size(), '\0');
-    std::ifstream file(path, std::ios::binary);
-    if (file)
-        file.read(begin.data(), static_cast<std::streamsize>(begin.size()));
-    if (file.bad() || !file.is_open())
-        throw Failure(fmt::format("{}: {}", path.string(), std::strerror(errno)));
-    if (file.gcount() > 0 && begin != kMagic)
-        throw Failure(fmt::format("{}: not an SQLite database", path.string()));
+        throw Failure(fmt::format("{}: not a file", path));
+    // The path's bytes are to reach the driver as they are, whatever the locale says.
+    database.SetNarrowCharset("UTF-8");
+    try {
+        database.Open(SqliteConnection(path));
+        // With the SQLite driver any file opens, and its catalog is then just empty.
+        database.ExecuteSQL("SELECT name FROM sqlite_master");
+    } catch (const CDBException& error) {
+        throw Failure(fmt::format("{}: {}", path, DatabaseReason(error).ToLine()));
+    }
 }
 
 void OpenConnection(CGeoDatabase& database, const std::string& connection) {
     std::error_code error;
-    if (fs::exists(connection, error)) {
-        RequireSqliteFile(connection);
-        // The path's bytes are to reach the driver as they are, whatever the locale says.
-        database.SetNarrowCharset("UTF-8");
-        return database.Open(SqliteConnection(connection));
-    }
+    if (fs::exists(connection, error))
+        return OpenFile(database, connection);
     if (connection.find('=') == std::string::npos)
         throw Failure(fmt::format("{}: {}", connection, error ? error.message() : "no such file"));
     database.Open(ToGbk(connection));
@@ -92,15 +83,15 @@ Session::Session(const std::string& connection) {
     OpenConnection(m_database, connection);
 }
 
-void AddConnectionOption(CLI::App& command, std::string& connection) {
-    command
-        .add_option(
-            "-c,--connection", connection,
-            "Path of an SQLite file, or an ODBC connection string. Arguments can be read in the process "
-            "list: a connection string with a password is better given in the environment")
+void AddConnectionOption(CLI::App& command, std::string& connection, const std::string& help) {
+    command.add_option("-c,--connection", connection, "Path of an SQLite file, or an ODBC connection string")
         ->envname("KORTAVIN_CONNECTION")
         ->required()
         ->type_name("CONNECTION");
+    command.footer(
+        help +
+        "\n\nOther users can read a command's arguments in the process list. A connection string with a\n"
+        "password belongs into the environment variable KORTAVIN_CONNECTION.");
 }
 
 }  // namespace kortavin::cli

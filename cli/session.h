@@ -54,7 +54,7 @@ class Session {
     CGeoDatabase m_database;
 };
 
-// Adds the option -c, which may come from the environment too.
-void AddConnectionOption(CLI::App& command, std::string& connection);
+// Adds the option -c, which may come from the environment too, and says so below the command's own `help`.
+void AddConnectionOption(CLI::App& command, std::string& connection, const std::string& help);
 
 }  // namespace kortavin::cli

@@ -161,9 +161,10 @@ void Preview(const StatementArguments& arguments) {
 }
 
 CLI::App* AddStatementCommand(CLI::App& app, const char* name, const char* description,
-                              const std::shared_ptr<StatementArguments>& arguments, const char* json) {
+                              const std::shared_ptr<StatementArguments>& arguments, const char* json,
+                              const char* help) {
     CLI::App* command = app.add_subcommand(name, description);
-    AddConnectionOption(*command, arguments->connection);
+    AddConnectionOption(*command, arguments->connection, help);
     AddStatementSource(*command, arguments->statement);
     command->add_flag("--json", arguments->json, json);
     return command;
@@ -176,28 +177,26 @@ void AddStatementCommands(CLI::App& app) {
 
     CLI::App* check = AddStatementCommand(
         app, "check", "Execute a statement and tell whether the data source accepts it", arguments,
-        "As {\"ok\": true}, or {\"ok\": false, \"state\": ..., \"message\": ...} with exit code 1");
-    check->footer(
+        "As {\"ok\": true}, or {\"ok\": false, \"state\": ..., \"message\": ...} with exit code 1",
         "The statement is really executed.\n\nExample:\n  kortavin check -c atlas.db \"SELECT * FROM "
         "Cities\"");
     check->callback([arguments] { Check(*arguments); });
 
-    CLI::App* describe = AddStatementCommand(app, "describe", "Describe the result columns of a statement",
-                                             arguments, "As a JSON array of objects");
-    describe->footer(
-        "The statement is really executed. Types are ODBC 2 type codes.\n\n"
-        "Example:\n  kortavin describe -c atlas.db -f big.SQL");
+    CLI::App* describe =
+        AddStatementCommand(app, "describe", "Describe the result columns of a statement", arguments,
+                            "As a JSON array of objects",
+                            "The statement is really executed. Types are ODBC 2 type codes.\n\n"
+                            "Example:\n  kortavin describe -c atlas.db -f big.SQL");
     describe->callback([arguments] { Describe(*arguments); });
 
-    CLI::App* preview =
-        AddStatementCommand(app, "preview", "Show the first rows of a statement's result", arguments,
-                            "As {\"columns\": [...], \"rows\": [[...], ...]}, every value a text");
-    preview->add_option("-n,--rows", arguments->rows, "At most so many rows; 10 unless told")
-        ->check(CLI::Range(0, 1'000'000))
-        ->type_name("COUNT");
-    preview->footer(
+    CLI::App* preview = AddStatementCommand(
+        app, "preview", "Show the first rows of a statement's result", arguments,
+        "As {\"columns\": [...], \"rows\": [[...], ...]}, every value a text",
         "NULL shows as an empty text; control characters are escaped in the table.\n\n"
         "Example:\n  kortavin preview -c atlas.db -n 5 \"SELECT Name, 中文名 FROM Cities\"");
+    preview->add_option("-n,--rows", arguments->rows, "At most so many rows; 10 unless told")
+        ->check(CLI::Range(0, 1'000'000).description(""))
+        ->type_name("COUNT");
     preview->callback([arguments] { Preview(*arguments); });
 }
 

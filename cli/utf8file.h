@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "framework/base/file.h"
 
@@ -22,7 +23,7 @@ class Utf8File : public CFile {
     ULONGLONG GetPosition() const override { return m_bytesWritten; }
 
   private:
-    void Convert(std::size_t count);
+    void PassOn(std::string_view line);
 
     CFile& m_target;
     std::string m_pending;

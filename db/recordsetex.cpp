@@ -92,7 +92,7 @@ void _CRecordsetEx::ReadFieldText(short index, CString& value) {
 LONGLONG _CRecordsetEx::FetchData(CDatabase* database, HSTMT statement, SWORD column, SWORD targetType,
                                   void* buffer, LONGLONG bufferLength, SWORD /*sqlType*/) {
     SQLLEN length = SQL_NULL_DATA;
-    kortavin::odbc::GetData(*database, statement, static_cast<SQLUSMALLINT>(column), targetType, buffer,
+    kortavin::odbc::GetData(database, statement, static_cast<SQLUSMALLINT>(column), targetType, buffer,
                             bufferLength, length);
     return length;
 }

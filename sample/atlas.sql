@@ -1,4 +1,4 @@
--- A small atlas for trying the library out. Populations, lengths, areas and depths are rounded; NULL stands for
+-- A small atlas for trying the library out. Populations, lengths, areas and depths are rounded. NULL stands for
 -- what changes too much to be given or is not known well enough.
 
 CREATE TABLE Cities (

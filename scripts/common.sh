@@ -4,7 +4,7 @@
 kRoot=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 fail() {
-    echo "${0##*/}: $*" >&2
+    echo "scripts/${0##*/}: $*" >&2
     exit 1
 }
 

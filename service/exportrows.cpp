@@ -133,7 +133,10 @@ std::string_view RowExport::Quoted(std::string_view value) {
     const std::string_view mark = QuoteMark(m_options.quote);
     if (mark.empty())
         return value;
-    m_quoted.assign(mark).append(value).append(mark);
+    m_quoted.clear();
+    m_quoted += mark;
+    m_quoted += value;
+    m_quoted += mark;
     return m_quoted;
 }
 

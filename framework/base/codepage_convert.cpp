@@ -85,14 +85,23 @@ char* PairsToGbk(Input& in, char* to, const gb18030::ShortCodes& codes) {
     return to;
 }
 
-// Null when the character is not valid.
-char* CharacterToGbk(Input& in, char* to, const gb18030::ShortCodes& codes) {
-    if (in.Has(3) && (in.at[0] & 0xF0) == 0xE0 && (in.at[1] & 0xC0) == 0x80 && (in.at[2] & 0xC0) == 0x80) {
-        if (const ShortCode code = codes[ThreeByteForm(in.at)].load(std::memory_order_relaxed); code != 0) {
-            in.at += 3;
-            return Store(code, to);
-        }
+// The last ones of a run, which no pair reaches.
+char* SinglesToGbk(Input& in, char* to, const gb18030::ShortCodes& codes) {
+    Bytes at = in.at;
+    while (at < in.stop && in.end - at >= 3 && (at[0] & 0xF0) == 0xE0 && (at[1] & 0xC0) == 0x80 &&
+           (at[2] & 0xC0) == 0x80) {
+        const ShortCode code = codes[ThreeByteForm(at)].load(std::memory_order_relaxed);
+        if (code == 0)
+            break;
+        to = Store(code, to);
+        at += 3;
     }
+    in.at = at;
+    return to;
+}
+
+// Any character, strictly; null when it is not valid.
+char* CharacterToGbk(Input& in, char* to) {
     std::ptrdiff_t length = 0;
     UChar32 character;
     U8_NEXT(in.at, length, in.end - in.at, character);
@@ -105,9 +114,9 @@ char* CharacterToGbk(Input& in, char* to, const gb18030::ShortCodes& codes) {
 char* PieceToGbk(Input& in, char* to) {
     const gb18030::ShortCodes& codes = gb18030::GetShortCodes();
     while (in.at < in.stop && to != nullptr) {
-        to = PairsToGbk(in, to, codes);
+        to = SinglesToGbk(in, PairsToGbk(in, to, codes), codes);
         if (in.at < in.stop)
-            to = *in.at < 0x80 ? CopyAscii(in, to) : CharacterToGbk(in, to, codes);
+            to = *in.at < 0x80 ? CopyAscii(in, to) : CharacterToGbk(in, to);
     }
     return to;
 }
@@ -116,8 +125,8 @@ char* DoubleBytesToUtf8(Input& in, char* to) {
     const gb18030::Utf8Forms& forms = gb18030::GetUtf8Forms();
     const Bytes stop = std::min(in.stop, in.end - 1);
     Bytes at = in.at;
-    while (at < stop && *at >= 0x80) {
-        const Utf8Form form = forms[(at[0] & 0x7FU) << 8 | at[1]].load(std::memory_order_relaxed);
+    while (at < stop) {
+        const Utf8Form form = forms[std::size_t{at[0]} << 8 | at[1]].load(std::memory_order_relaxed);
         if (form == 0)
             break;
         Store(form, to);
@@ -153,7 +162,8 @@ template <class Piece>
 bool Append(std::string& out, std::string_view text, Piece convert) {
     const std::size_t ascii = AsciiLength(text);
     const std::size_t before = out.size();
-    out.append(text.substr(0, ascii));
+    if (ascii > 0)
+        out.append(text.substr(0, ascii));
     const auto* data = reinterpret_cast<Bytes>(text.data());
     Input in{data + ascii, nullptr, data + text.size()};
     std::array<char, kRoom> piece;

@@ -73,12 +73,6 @@ void CFile::Abort() {
     m_stream.reset();
 }
 
-CFile::Stream& CFile::Opened() const {
-    if (!m_stream)
-        throw CFileException(CFileException::invalidFile, 0, CString());
-    return *m_stream;
-}
-
 UINT CFile::Read(void* buffer, UINT count) {
     return static_cast<UINT>(Opened().Read({static_cast<char*>(buffer), count}));
 }

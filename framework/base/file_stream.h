@@ -10,7 +10,7 @@
 // An open descriptor with the buffer that serves both directions: at any time it holds a window of bytes read
 // from the system, or bytes to be written, or nothing. The system's position is behind the window, and before
 // the bytes to be written.
-struct CFile::Stream {
+struct __attribute__((visibility("hidden"))) CFile::Stream {
   public:
     // Throws for what is no open descriptor; it is taken over only on success.
     Stream(int descriptor, const CString& path);
@@ -68,3 +68,9 @@ struct CFile::Stream {
     char* m_writeAt = nullptr;  // both null while nothing is pending
     char* m_writeEnd = nullptr;
 };
+
+inline CFile::Stream& CFile::Opened() const {
+    if (!m_stream)
+        throw CFileException(CFileException::invalidFile, 0, CString());
+    return *m_stream;
+}

@@ -30,7 +30,7 @@ constinit Utf8Forms utf8Forms{};
 constinit std::array<std::atomic<std::uint32_t>, 0x10000> longCodes{};
 constinit std::array<std::atomic<std::uint16_t>, kRows * kRowSize> longCharacters{};
 constinit std::array<std::atomic<bool>, 0x10000 / kPageSize> filledPages{};
-constinit std::array<std::atomic<bool>, 0x80> filledLeads{};
+constinit std::array<std::atomic<bool>, 0x100> filledLeads{};
 constinit std::array<std::atomic<bool>, kRows> filledRows{};
 constinit std::mutex filling;
 
@@ -107,7 +107,7 @@ void FillLead(std::size_t lead) {
     const std::u16string characters = ToUtf16(codes);
     for (std::size_t i = 0; i < kTrails; ++i) {
         const auto trail = static_cast<std::uint8_t>(codes[2 * i + 1]);
-        utf8Forms[(lead & 0x7F) << 8 | trail].store(Utf8FormOf(characters[i]), std::memory_order_relaxed);
+        utf8Forms[lead << 8 | trail].store(Utf8FormOf(characters[i]), std::memory_order_relaxed);
     }
 }
 
@@ -148,8 +148,8 @@ std::optional<Decoded> DecodeLong(std::string_view code) {
 }
 
 Decoded DecodeShort(std::uint8_t lead, std::uint8_t trail) {
-    FillOnce(filledLeads[lead & 0x7F], [&] { FillLead(lead); });
-    const Utf8Form form = utf8Forms[(lead & 0x7FU) << 8 | trail].load(std::memory_order_relaxed);
+    FillOnce(filledLeads[lead], [&] { FillLead(lead); });
+    const Utf8Form form = utf8Forms[std::size_t{lead} << 8 | trail].load(std::memory_order_relaxed);
     const auto bytes = std::bit_cast<std::array<std::uint8_t, 4>>(form);
     char32_t character = 0;
     std::size_t length = 0;

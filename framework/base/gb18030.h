@@ -24,7 +24,7 @@ using ShortCodes = std::array<std::atomic<ShortCode>, kForms>;
 // The UTF-8 form of a double-byte code: up to three bytes as they lie in memory, then their count. 0 as
 // above. The index is the code without its highest bit.
 using Utf8Form = std::uint32_t;
-using Utf8Forms = std::array<std::atomic<Utf8Form>, 0x8000>;
+using Utf8Forms = std::array<std::atomic<Utf8Form>, 0x10000>;
 
 const ShortCodes& GetShortCodes();
 const Utf8Forms& GetUtf8Forms();

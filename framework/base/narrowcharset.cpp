@@ -44,8 +44,16 @@ bool Replace(std::string& target, Append append) {
     const std::size_t before = target.size();
     if (!append(target))
         return false;
-    target.erase(0, before);
+    if (before > 0)
+        target.erase(0, before);
     return true;
+}
+
+bool AssignAscii(std::string& target, std::string_view text) {
+    const bool ascii = AsciiLength(text) == text.size();
+    if (ascii)
+        target.assign(text);
+    return ascii;
 }
 
 // ICU speaks UTF-16 only; both steps between it and GBK are ours.
@@ -131,7 +139,8 @@ const std::string& NarrowCharset::GetName() const {
 bool NarrowCharset::ToGbk(std::string& gbk, std::string_view narrow) const {
     switch (m_converter->kind) {
         case Kind::Utf8:
-            return Replace(gbk, [&](std::string& out) { return AppendUtf8AsGbk(out, narrow); });
+            return AssignAscii(gbk, narrow) ||
+                   Replace(gbk, [&](std::string& out) { return AppendUtf8AsGbk(out, narrow); });
         case Kind::Gbk:
         case Kind::Gb2312:
             gbk.assign(narrow);
@@ -147,7 +156,8 @@ bool NarrowCharset::ToGbk(std::string& gbk, std::string_view narrow) const {
 bool NarrowCharset::FromGbk(std::string& narrow, std::string_view gbk) const {
     switch (m_converter->kind) {
         case Kind::Utf8:
-            return Replace(narrow, [&](std::string& out) { return AppendGbkAsUtf8(out, gbk); });
+            return AssignAscii(narrow, gbk) ||
+                   Replace(narrow, [&](std::string& out) { return AppendGbkAsUtf8(out, gbk); });
         case Kind::Gb2312:
             if (!FitsGb2312(gbk))
                 return false;

@@ -15,6 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr mode_t kPermissions = 0777;  // a new content never inherits the right to run as somebody else
+
 [[noreturn]] void Fail(int osError, const std::string& path) {
     throw CFileException::FromErrno(osError, CString(path));
 }
@@ -64,10 +66,9 @@ Descriptor MakeUnfinished(const fs::path& target, mode_t mode, fs::path& unfinis
 
 // Owner and group as far as the system lets us: a missing right to give files away is no reason to refuse.
 void TakeOver(const struct stat& former, int descriptor, const fs::path& unfinished) {
-    if (fchown(descriptor, former.st_uid, former.st_gid) != 0 &&
-        fchown(descriptor, static_cast<uid_t>(-1), former.st_gid) != 0)
-        errno = 0;
-    if (fchmod(descriptor, former.st_mode & 07777) != 0)
+    [[maybe_unused]] const bool given = fchown(descriptor, former.st_uid, former.st_gid) == 0 ||
+                                        fchown(descriptor, static_cast<uid_t>(-1), former.st_gid) == 0;
+    if (fchmod(descriptor, former.st_mode & kPermissions) != 0)
         Fail(errno, unfinished.native());
 }
 
@@ -101,7 +102,8 @@ FileReplacement::FileReplacement(const CString& path) : m_state(std::make_unique
     }
     m_state->target = Resolve(name);
     fs::path unfinished;
-    Descriptor made = MakeUnfinished(m_state->target, exists ? status.st_mode & 0777 : 0666, unfinished);
+    Descriptor made =
+        MakeUnfinished(m_state->target, exists ? status.st_mode & kPermissions : 0666, unfinished);
     m_state->unfinished = CString(unfinished.native());
     if (exists)
         TakeOver(status, made.Get(), unfinished);

@@ -22,7 +22,8 @@ class KORTAVIN_API FileReplacement {
     CFile& File();
     // The path of the unfinished file; empty when the target is written directly, and after Commit.
     const CString& GetUnfinishedPath() const;
-    // Flushes to the disk, closes and renames; throws CFileException, and the former file stays.
+    // Flushes to the disk, closes and renames; throws CFileException, and the former file stays. Only for a
+    // file of which every write succeeded: what a failed write dropped is not noticed again.
     void Commit();
 
   private:

@@ -151,6 +151,7 @@ void CRecordset::ReadColumnText(short index, CString& value) {
             value.Empty();
             return;
         }
+        m_converted.clear();
         if (!m_pDatabase->GetNarrowCharset().ToGbk(m_converted, *narrow))
             ThrowNotConvertible(index);
         value.Swap(m_converted);

@@ -43,6 +43,15 @@ SQLLEN TextSize(const CODBCFieldInfo& column) {
     }
 }
 
+SQLLEN SizeFor(const auto& column) {
+    if (column.wanted > kLongestBoundText)
+        return column.size;
+    SQLLEN size = column.size;
+    while (size < column.wanted)
+        size *= 2;
+    return size;
+}
+
 // Whether an error is a value's own: data exceptions and conversions that do not exist.
 bool BlamesValue(const CDBException& error) {
     const CString state = error.GetState();
@@ -55,14 +64,14 @@ bool IsOutOfRange(const CDBException& error) {
 
 }  // namespace
 
-RETCODE GetData(const CDatabase& database, HSTMT statement, SQLUSMALLINT column, SQLSMALLINT targetType,
+RETCODE GetData(const CDatabase* database, HSTMT statement, SQLUSMALLINT column, SQLSMALLINT targetType,
                 SQLPOINTER buffer, SQLLEN size, SQLLEN& length) {
     length = SQL_NULL_DATA;
     const SQLRETURN code =
         WhileExecuting([&] { return SQLGetData(statement, column, targetType, buffer, size, &length); });
     if (Succeeded(code))
         return code;
-    const CDBException error = MakeError(code, &database, statement);
+    const CDBException error = MakeError(code, database, statement);
     if (code == SQL_NO_DATA || !IsOutOfRange(error))
         throw error;
     return code;
@@ -70,10 +79,9 @@ RETCODE GetData(const CDatabase& database, HSTMT statement, SQLUSMALLINT column,
 
 TextRow::TextRow(const CDatabase& database, HSTMT statement, std::span<const CODBCFieldInfo> columns)
     : m_database(database), m_statement(statement), m_columns(columns.size()), m_lengths(columns.size()) {
-    if (!CanReadBoundColumns())
-        return;
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        Bind(static_cast<short>(i), TextSize(columns[i]));
+    std::ranges::transform(columns, m_columns.begin(), [](const CODBCFieldInfo& info) {
+        return Column{nullptr, TextSize(info), 0};
+    });
 }
 
 bool TextRow::CanReadBoundColumns() const {
@@ -83,6 +91,14 @@ bool TextRow::CanReadBoundColumns() const {
     const SQLRETURN code = SQLGetInfo(m_database.m_hdbc, SQL_GETDATA_EXTENSIONS, &extensions,
                                       static_cast<SQLSMALLINT>(sizeof extensions), &length);
     return Succeeded(code) && (extensions & kNeeded) == kNeeded;
+}
+
+void TextRow::BindAll() {
+    m_binding = Binding::Done;
+    if (!CanReadBoundColumns())
+        return;
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        Bind(static_cast<short>(i), SizeFor(m_columns[i]));
 }
 
 // A column that cannot be bound is read by SQLGetData.
@@ -99,33 +115,35 @@ void TextRow::Bind(short index, SQLLEN size) {
 
 void TextRow::BindLargerWhereCut() {
     m_anyCut = false;
-    for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        Column& column = m_columns[i];
-        if (column.wanted <= column.size || column.wanted > kLongestBoundText)
-            continue;
-        SQLLEN size = column.size;
-        while (size < column.wanted)
-            size *= 2;
-        Bind(static_cast<short>(i), size);
-    }
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        if (const SQLLEN size = SizeFor(m_columns[i]); size > m_columns[i].size)
+            Bind(static_cast<short>(i), size);
 }
 
 RETCODE TextRow::Fetch() {
     m_boundRowFailed = false;
     m_first.reset();
-    if (m_anyCut)
+    m_longColumn = -1;
+    if (m_binding == Binding::AfterFirstRow)
+        BindAll();
+    else if (m_anyCut)
         BindLargerWhereCut();
     const SQLRETURN code = WhileExecuting([&] { return SQLFetch(m_statement); });
+    if (m_binding == Binding::BeforeFirstRow)
+        m_binding = Binding::AfterFirstRow;
     if (Succeeded(code) || code == SQL_NO_DATA)
         return code;
 
     const CDBException error = MakeError(code, &m_database, m_statement);
-    const bool anyBound = std::ranges::any_of(m_columns, [](const Column& c) { return c.buffer != nullptr; });
-    if (!anyBound || !BlamesValue(error))
+    if (!WasBound() || !BlamesValue(error))
         throw error;
     m_boundRowFailed = true;
     ReadFirstAhead(error);
     return SQL_SUCCESS;
+}
+
+bool TextRow::WasBound() const {
+    return std::ranges::any_of(m_columns, [](const Column& column) { return column.buffer != nullptr; });
 }
 
 // A driver that failed in one value is on the row; one that failed to fetch is not, and then refuses every
@@ -152,15 +170,14 @@ std::optional<std::string_view> TextRow::Read(short index) {
         return m_first->value;
     }
     Column& column = m_columns[static_cast<std::size_t>(index)];
-    if (column.buffer == nullptr)
-        return ReadByGetData(index);
-    const SQLLEN length = m_lengths[static_cast<std::size_t>(index)];
-    if (length == SQL_NULL_DATA)
-        return std::nullopt;
-    if (length >= 0 && length < column.size)
-        return std::string_view(column.buffer.get(), static_cast<std::size_t>(length));
-
-    m_anyCut = true;
+    if (column.buffer != nullptr) {
+        const SQLLEN length = m_lengths[static_cast<std::size_t>(index)];
+        if (length == SQL_NULL_DATA)
+            return std::nullopt;
+        if (length >= 0 && length < column.size)
+            return std::string_view(column.buffer.get(), static_cast<std::size_t>(length));
+        m_anyCut = true;
+    }
     const auto value = ReadByGetData(index);
     if (value)
         column.wanted = std::max(column.wanted, static_cast<SQLLEN>(value->size()) + 1);
@@ -175,6 +192,9 @@ bool TextRow::WasTruncated() const {
 // Reads a value piece by piece. What counts as received is what the driver reported, never more than the
 // buffer held, and less where a driver ended a piece early so as not to split a character.
 std::optional<std::string_view> TextRow::ReadByGetData(short index) {
+    if (index == m_longColumn)
+        return std::string_view(m_long.data(), m_longLength);
+    m_longColumn = -1;
     const auto column = static_cast<SQLUSMALLINT>(index + 1);
     std::size_t received = 0;
     std::size_t piece = kFirstPiece;
@@ -188,7 +208,7 @@ std::optional<std::string_view> TextRow::ReadByGetData(short index) {
         SQLLEN length = SQL_NULL_DATA;
         RETCODE code = SQL_SUCCESS;
         try {
-            code = GetData(m_database, m_statement, column, SQL_C_CHAR, buffer, size, length);
+            code = GetData(&m_database, m_statement, column, SQL_C_CHAR, buffer, size, length);
         } catch (const CDBException& error) {
             // The end of a value whose last piece was a full one.
             if (error.m_nRetCode == SQL_NO_DATA && received > 0)
@@ -208,6 +228,8 @@ std::optional<std::string_view> TextRow::ReadByGetData(short index) {
         received += static_cast<std::size_t>(got);
         more = cut && got > 0 && Succeeded(code);
     }
+    m_longLength = received;
+    m_longColumn = index;
     return std::string_view(m_long.data(), received);
 }
 

@@ -18,6 +18,8 @@ constexpr std::pair<const char*, SQLUSMALLINT> kFunctions[] = {
     {"SQLDriverConnect", SQL_API_SQLDRIVERCONNECT},
     {"SQLEndTran", SQL_API_SQLENDTRAN},
     {"SQLExecDirect", SQL_API_SQLEXECDIRECT},
+    {"SQLExecute", SQL_API_SQLEXECUTE},
+    {"SQLPrepare", SQL_API_SQLPREPARE},
     {"SQLFetch", SQL_API_SQLFETCH},
     {"SQLFreeHandle", SQL_API_SQLFREEHANDLE},
     {"SQLFreeStmt", SQL_API_SQLFREESTMT},
@@ -77,8 +79,14 @@ SQLRETURN Info(Connection& connection, SQLUSMALLINT type, SQLPOINTER buffer, SQL
                SQLSMALLINT* length) {
     if (const auto* text = Lookup(connection.script.infoTexts, type))
         return TextInfo(connection, *text, buffer, size, length);
-    const auto number = static_cast<SQLUINTEGER>(connection.Number(type));
-    const bool isShort = type == SQL_CURSOR_COMMIT_BEHAVIOR || type == SQL_CURSOR_ROLLBACK_BEHAVIOR;
+    const auto* scripted = Lookup(connection.script.infoNumbers, type);
+    if (scripted == nullptr)
+        return connection.Fail("HY096", "no such information is scripted");
+    // Some numbers of SQLGetInfo have 16 bits: those that the manager asks for itself, and where the size
+    // says so.
+    const bool isShort = type == SQL_CURSOR_COMMIT_BEHAVIOR || type == SQL_CURSOR_ROLLBACK_BEHAVIOR ||
+                         size == sizeof(SQLUSMALLINT);
+    const auto number = static_cast<SQLUINTEGER>(*scripted);
     std::memcpy(buffer, &number, isShort ? sizeof(SQLUSMALLINT) : sizeof number);
     return SQL_SUCCESS;
 }

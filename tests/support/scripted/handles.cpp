@@ -1,7 +1,5 @@
 #include "handles.h"
 
-#include <memory>
-
 #include "call.h"
 
 namespace kortavin::testing {
@@ -15,20 +13,22 @@ std::optional<std::string> Argument(const SQLCHAR* text, SQLINTEGER length) {
 
 namespace {
 
-SQLRETURN AllocStatement(Connection& connection, SQLHANDLE* output) {
-    const SQLRETURN code = Enter<Connection>(static_cast<Handle*>(&connection), {"SQLAllocHandle"},
-                                             [](Connection&) { return SQL_SUCCESS; });
-    if (SQL_SUCCEEDED(code)) {
-        *output = static_cast<Handle*>(std::make_unique<Statement>(connection).release());
+SQLRETURN AllocStatement(SQLHANDLE parent, SQLHANDLE* output) {
+    return Enter<Connection>(parent, {"SQLAllocHandle"}, [output](Connection& connection) {
+        auto statement = std::make_unique<Statement>(connection);
+        Handle* key = statement.get();
+        connection.statements.emplace(key, std::move(statement));
         connection.log.Line("statement opened");
-    }
-    return code;
+        *output = key;
+        return SQL_SUCCESS;
+    });
 }
 
-// Freeing is never refused, and the faults of a dead connection don't reach it.
-void FreeStatement(Handle* raw) {
-    const std::unique_ptr<Statement> statement(static_cast<Statement*>(raw));
-    statement->connection.log.Line("statement closed");
+// Freeing is never refused: neither faults nor a dead connection reach it.
+void FreeStatement(Handle* handle) {
+    Connection& connection = static_cast<Statement*>(handle)->connection;
+    connection.statements.erase(handle);
+    connection.log.Line("statement closed");
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ SCRIPTED_EXPORT SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE par
             *output = static_cast<Handle*>(std::make_unique<Connection>().release());
             return SQL_SUCCESS;
         case SQL_HANDLE_STMT:
-            return AllocStatement(static_cast<Connection&>(*static_cast<Handle*>(parent)), output);
+            return AllocStatement(parent, output);
         default:
             return static_cast<Handle*>(parent)->Fail("HYC00", "no descriptors here");
     }
@@ -50,19 +50,11 @@ SCRIPTED_EXPORT SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE par
 
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE raw) {
     auto* handle = static_cast<Handle*>(raw);
-    switch (type) {
-        case SQL_HANDLE_ENV:
-            std::unique_ptr<Environment>(static_cast<Environment*>(handle)).reset();
-            return SQL_SUCCESS;
-        case SQL_HANDLE_DBC:
-            std::unique_ptr<Connection>(static_cast<Connection*>(handle)).reset();
-            return SQL_SUCCESS;
-        case SQL_HANDLE_STMT:
-            FreeStatement(handle);
-            return SQL_SUCCESS;
-        default:
-            return SQL_INVALID_HANDLE;
-    }
+    if (type == SQL_HANDLE_STMT)
+        FreeStatement(handle);
+    else
+        std::unique_ptr<Handle>(handle).reset();
+    return SQL_SUCCESS;
 }
 
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) {

@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,6 +24,8 @@ struct Record {
 };
 
 struct Handle {
+    virtual ~Handle() = default;
+
     std::vector<Record> records;
     SQLRETURN code = SQL_SUCCESS;
 
@@ -45,6 +48,8 @@ struct Connection : Handle {
     Script script;
     Log log;
     bool dead = false;
+    // Those that the application never frees go with the connection; the log leaves them open.
+    std::map<Handle*, std::unique_ptr<Handle>> statements;
 
     SQLRETURN Connect(const std::string& connectionString);
     // Answers with the same key take turns, the last one stays; null if nothing fits.
@@ -74,6 +79,7 @@ struct Statement : Handle {
     explicit Statement(Connection& owner) : connection(owner) {}
 
     Connection& connection;
+    std::string prepared;
     Answer* answer = nullptr;
     std::map<SQLUSMALLINT, Target> bindings;
     // How many more times the function that is under way answers SQL_STILL_EXECUTING.

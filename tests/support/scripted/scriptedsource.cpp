@@ -10,6 +10,9 @@
 namespace kortavin::testing {
 namespace {
 
+// The driver manager asks for its registry's place once, at the first call of the process.
+const bool kRegistryIsOurs = setenv("ODBCSYSINI", KORTAVIN_SCRIPTED_REGISTRY, 1) == 0;
+
 constexpr int kDriverName = 6;
 constexpr int kDbmsName = 17;
 constexpr int kGetDataExtensions = 81;
@@ -54,7 +57,7 @@ std::filesystem::path NewFolder() {
 }  // namespace
 
 ScriptedSource::ScriptedSource() : m_folder(NewFolder()) {
-    GetDataExtensions(15);
+    DriverName("libscripteddriver.so").DbmsName("Scripted").GetDataExtensions(15);
 }
 
 ScriptedSource::~ScriptedSource() {
@@ -140,8 +143,8 @@ std::string ScriptedSource::ConnectionString(std::string_view more) const {
 }
 
 std::string ScriptedSource::RegisteredConnectionString(std::string_view driver, std::string_view more) const {
-    if (setenv("ODBCSYSINI", KORTAVIN_SCRIPTED_REGISTRY, 1) != 0)
-        throw std::system_error(errno, std::generic_category(), "ODBCSYSINI");
+    if (!kRegistryIsOurs)
+        throw std::runtime_error("the registry of the tests cannot be set");
     return Written('{' + std::string(driver) + '}', more);
 }
 

@@ -20,16 +20,13 @@ namespace kortavin::testing {
 //
 // What unixODBC 2.3.11 makes of it for an application that asks for ODBC 2:
 // - States of ODBC 3 become those of ODBC 2: 42000 37000, 42S02 S0002, 22018 22005, 22007 22008, 07005 24000,
-//   07009 S1002, HYxxx S1xxx. Written as ODBC 2 names them they pass, as do all others; so do texts and
-//   numbers.
+//   07009 S1002, HYxxx S1xxx. All others pass, and so do ODBC 2 ones, texts and numbers.
 // - Column types 91, 92, 93 become 9, 10, 11 in SQLDescribeCol, but not in the rows of SQLColumns.
-// - A fetch that fails before any row was fetched leaves the manager before the first row: SQLGetData answers
-// its
-//   24000 although the driver stands on the row. From the second row on the driver is asked.
-// - After SQL_STILL_EXECUTING only the same function may be called, neither closing nor freeing the
-// statement.
-//   SQLNumResultCols, SQLDescribeCol, SQLMoreResults, and SQLFetch without a row, never leave that state.
-// - A cursor that could not be closed (so on a dead connection) makes the next execution fail with its 24000.
+// - A fetch that fails before any row was fetched leaves the manager before the first row: its own 24000
+//   answers SQLGetData although the driver stands on the row. From the second row on the driver is asked.
+// - After SQL_STILL_EXECUTING only the same function may be called; nothing closes or frees the statement.
+//   SQLNumResultCols, SQLDescribeCol, SQLMoreResults and SQLFetch without a row never leave that state.
+// - A cursor that could not be closed (as on a dead connection) makes the next execution fail with 24000.
 class ScriptedSource {
   public:
     // SQL_GETDATA_EXTENSIONS is 15 at first: any column, in any order, bound ones too.
@@ -49,7 +46,7 @@ class ScriptedSource {
     Answer& Columns();
     Answer& Columns(std::string table);
 
-    // What SQLGetInfo answers; unscripted types give 0. Fails("SQLGetInfo", ...) makes it fail.
+    // What SQLGetInfo answers; other types are an error (HY096). Fails("SQLGetInfo", ...) makes it fail.
     ScriptedSource& DriverName(std::string name);
     ScriptedSource& DbmsName(std::string name);
     // The driver refuses SQLGetData where this doesn't announce it.
@@ -68,8 +65,8 @@ class ScriptedSource {
     ScriptedSource& StillExecuting(int times);
 
     // Both write the script as it stands; a connection reads it when it opens. `more` is appended, such as
-    // "UID=scott;PWD=tiger;". The second one goes through a registry file with the sections [Scripted] and
-    // [ODBCJT32.DLL], which stands for the machine's own from then on.
+    // "UID=scott;PWD=tiger;". The second one goes through a registry file that each program with this class
+    // uses from its start: the machine's, with the drivers Scripted and ODBCJT32.DLL added.
     std::string ConnectionString(std::string_view more = {}) const;
     std::string RegisteredConnectionString(std::string_view driver, std::string_view more = {}) const;
 

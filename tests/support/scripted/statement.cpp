@@ -32,8 +32,8 @@ int Statement::Delay(const std::string& function) const {
     // unixODBC never leaves its waiting state when SQLFetch ends with anything but a row.
     if (function == "SQLFetch" && !RowComes())
         return 0;
-    static const std::set<std::string> everywhere = {"SQLExecDirect", "SQLTables", "SQLColumns", "SQLFetch",
-                                                     "SQLGetData"};
+    static const std::set<std::string> everywhere = {"SQLExecDirect", "SQLPrepare", "SQLExecute", "SQLTables",
+                                                     "SQLColumns",    "SQLFetch",   "SQLGetData"};
     int times = 0;
     for (const auto& [name, delay] : connection.script.stillExecuting) {
         if (name == function || (name == "*" && everywhere.contains(function)))
@@ -52,6 +52,11 @@ bool Statement::StillExecuting(const std::string& function) {
 }
 
 namespace {
+
+SQLRETURN ExecuteText(Statement& statement, const std::string& sql) {
+    Connection& connection = statement.connection;
+    return statement.Execute(connection.Find(connection.script.statements, sql), sql);
+}
 
 SQLRETURN Describe(Statement& statement, SQLUSMALLINT number, SQLPOINTER name, SQLSMALLINT size,
                    SQLSMALLINT* length, SQLSMALLINT* type, SQLULEN* precision, SQLSMALLINT* scale,
@@ -77,10 +82,22 @@ SQLRETURN Describe(Statement& statement, SQLUSMALLINT number, SQLPOINTER name, S
 
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLExecDirect(SQLHSTMT raw, SQLCHAR* text, SQLINTEGER length) {
     const std::string sql = Argument(text, length).value_or("");
-    return Enter<Statement>(raw, {"SQLExecDirect", sql}, [&sql](Statement& statement) {
-        Connection& connection = statement.connection;
-        return statement.Execute(connection.Find(connection.script.statements, sql), sql);
+    return Enter<Statement>(raw, {"SQLExecDirect", sql},
+                            [&sql](Statement& statement) { return ExecuteText(statement, sql); });
+}
+
+// Nothing is looked up before the execution, so that is where a statement's own failure shows.
+SCRIPTED_EXPORT SQLRETURN SQL_API SQLPrepare(SQLHSTMT raw, SQLCHAR* text, SQLINTEGER length) {
+    const std::string sql = Argument(text, length).value_or("");
+    return Enter<Statement>(raw, {"SQLPrepare", sql}, [&sql](Statement& statement) {
+        statement.prepared = sql;
+        return SQL_SUCCESS;
     });
+}
+
+SCRIPTED_EXPORT SQLRETURN SQL_API SQLExecute(SQLHSTMT raw) {
+    return Enter<Statement>(raw, {"SQLExecute"},
+                            [](Statement& statement) { return ExecuteText(statement, statement.prepared); });
 }
 
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLSetStmtAttr(SQLHSTMT raw, SQLINTEGER attribute, SQLPOINTER value,
@@ -139,8 +156,7 @@ SCRIPTED_EXPORT SQLRETURN SQL_API SQLCancel(SQLHSTMT raw) {
 }
 
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT raw, SQLUSMALLINT option) {
-    static constexpr const char* kOptions[] = {"close", "drop", "unbind", "reset parameters"};
-    const char* name = option <= SQL_RESET_PARAMS ? kOptions[option] : "unknown";
+    const char* name = option == SQL_CLOSE ? "close" : option == SQL_UNBIND ? "unbind" : "reset parameters";
     return Enter<Statement>(raw, {"SQLFreeStmt", name}, [option](Statement& statement) {
         if (option == SQL_CLOSE)
             statement.Close();
