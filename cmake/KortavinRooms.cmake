@@ -37,17 +37,23 @@ function(kortavin_library)
     target_sources(kortavin PRIVATE $<TARGET_OBJECTS:kortavin_${room}>)
   endforeach()
   target_link_libraries(kortavin PRIVATE kortavin_options ${libraries})
+  if(NOT KORTAVIN_SANITIZE)  # whose runtime comes with the program
+    target_link_options(kortavin PRIVATE -Wl,--no-undefined)
+  endif()
   target_compile_features(kortavin INTERFACE cxx_std_20)
   target_include_directories(kortavin INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+                                                $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
                                                 $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/kortavin>)
   set_target_properties(kortavin PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 
   install(TARGETS kortavin EXPORT kortavin-targets)
   install(DIRECTORY framework query db service resources DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kortavin
-          FILES_MATCHING PATTERN "*.h")
+          FILES_MATCHING PATTERN "*.h"
+          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|secrets|seek|system|textrow)\\.h$" EXCLUDE)
   install(EXPORT kortavin-targets NAMESPACE kortavin:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/kortavin
           FILE kortavin-config.cmake)
   write_basic_package_version_file(kortavin-config-version.cmake COMPATIBILITY SameMajorVersion)
+  file(RELATIVE_PATH KORTAVIN_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
   configure_file(cmake/kortavin.pc.in kortavin.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/kortavin-config-version.cmake
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/kortavin)
