@@ -26,8 +26,9 @@ constexpr const char* kColumns =
 std::string Fill(bool isSqlite, long rows) {
     const std::string count = std::to_string(rows);
     if (isSqlite)
-        return "WITH RECURSIVE numbers(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM numbers WHERE n < " +
-               count + ") INSERT INTO measurements SELECT " + kColumns + " FROM numbers";
+        return "INSERT INTO measurements WITH RECURSIVE numbers(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM "
+               "numbers WHERE n < " +
+               count + ") SELECT " + kColumns + " FROM numbers";
     std::string columns = kColumns;
     const auto cast = [&columns](const std::string& before, const std::string& after) {
         columns.replace(columns.find(before), before.size(), after);
