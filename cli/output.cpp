@@ -25,7 +25,10 @@ bool WriteAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-std::string EscapeEachLine(std::string_view text) {
+// Drivers indent with tabs, which would show escaped.
+std::string EscapeEachLine(std::string all) {
+    std::ranges::replace(all, '\t', ' ');
+    std::string_view text = all;
     std::string result;
     while (true) {
         const std::size_t end = text.find('\n');

@@ -139,7 +139,7 @@ TEST(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(full.exitCode, 1);
     EXPECT_THAT(full.error, testing::HasSubstr("No space left"));
     EXPECT_EQ(RunTool({"--help"}, {.shell = "exec \"$@\" >/dev/full"}).exitCode, 1);
-    // Files opened later must not take the place of a closed stream.
+    // A stream that is closed takes nothing either.
     EXPECT_EQ(RunTool(arguments, {.shell = "exec \"$@\" <&- >&- 2>&-"}).exitCode, 1);
 }
 

@@ -39,6 +39,7 @@ TEST(Export, WritesTheLayoutsInGbkUnlessTold) {
 
     ASSERT_EQ(RunTool(Export(file, kTwoCities, {"--layout", "binary"})).exitCode, 0);
     const std::string binary = ReadFile(file);
+    ASSERT_GT(binary.size(), 48U + 118 * 3);
     EXPECT_EQ(binary.substr(0, 24), "VESKARDO CORP QUERY DATA");
     EXPECT_EQ(binary.substr(44 + 118 * 3, 4), std::string("\2\0\0\0", 4));
     EXPECT_EQ(folder.List(), Arguments{"cities.txt"});

@@ -44,12 +44,19 @@ void Take(Case& target, const std::string& key, const std::string& barred) {
          [](Case& c, const Cells& cells) {
              c.relations.push_back({cells.at(0), cells.at(1), cells.at(2), cells.at(3)});
          }},
-        {"field", [](Case& c, const Cells& cells) { c.fields.push_back({cells.at(0), cells.at(1)}); }},
+        {"field",
+         [](Case& c, const Cells& cells) {
+             c.fields.push_back({cells.at(0), cells.at(1)});
+         }},
         {"column",
-         [](Case& c, const Cells& cells) { c.conditions.columns.push_back({cells.at(0), cells.at(1)}); }},
+         [](Case& c, const Cells& cells) {
+             c.conditions.columns.push_back({cells.at(0), cells.at(1)});
+         }},
         {"row", [](Case& c, const Cells& cells) { c.conditions.rows.push_back(cells); }},
         {"sort",
-         [](Case& c, const Cells& cells) { c.sorts.push_back({cells.at(0), cells.at(1), cells.at(2)}); }},
+         [](Case& c, const Cells& cells) {
+             c.sorts.push_back({cells.at(0), cells.at(1), cells.at(2)});
+         }},
     };
     if (const auto input = kInputs.find(key); input != kInputs.end())
         input->second(target, CellsOf(barred));

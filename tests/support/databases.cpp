@@ -74,18 +74,28 @@ void DatabaseFixture::SetUp() {
 // On a connection of its own: the test may have closed the first one, or left it in any state.
 void DatabaseFixture::TearDown() {
     m_database.Close();
-    if (m_tables.empty())
+    if (m_made.empty())
         return;
     m_database.SetNarrowCharset("");
     m_database.Open(CString(Gbk(m_connectionString)));
-    for (const std::string& table : m_tables)
-        Execute("DROP TABLE " + table);
+    for (; !m_made.empty(); m_made.pop_back())
+        Execute("DROP " + m_made.back());
+}
+
+std::string DatabaseFixture::Make(const std::string& kind, const std::string& name,
+                                  const std::string& definition) {
+    const std::string made = name + std::to_string(getpid()) + "n" + std::to_string(m_made.size());
+    Execute("CREATE " + kind + " " + made + " " + definition);
+    m_made.push_back(kind + " " + made);
+    return made;
 }
 
 std::string DatabaseFixture::MakeTable(const std::string& name, const std::string& columns) {
-    const std::string table = name + std::to_string(getpid()) + "n" + std::to_string(m_tables.size());
-    Execute("CREATE TABLE " + table + " (" + columns + ")");
-    return m_tables.emplace_back(table);
+    return Make("TABLE", name, "(" + columns + ")");
+}
+
+std::string DatabaseFixture::MakeView(const std::string& name, const std::string& select) {
+    return Make("VIEW", name, "AS " + select);
 }
 
 void DatabaseFixture::Execute(const std::string& sql) {

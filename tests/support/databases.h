@@ -32,10 +32,11 @@ class DatabaseFixture : public testing::Test {
   protected:
     explicit DatabaseFixture(Backend backend);
     void SetUp() override;     // opens the database
-    void TearDown() override;  // drops the tables that MakeTable made
+    void TearDown() override;  // drops what MakeTable and MakeView made
 
     // Makes a table with a name that nobody else has, and answers the name; it needs no quoting.
     std::string MakeTable(const std::string& name, const std::string& columns);
+    std::string MakeView(const std::string& name, const std::string& select);
     void Execute(const std::string& sql);
     std::vector<Row> Query(const std::string& sql);
     // `name` quoted for a statement, whatever it holds.
@@ -49,7 +50,9 @@ class DatabaseFixture : public testing::Test {
     CGeoDatabase m_database;
 
   private:
-    std::vector<std::string> m_tables;
+    std::string Make(const std::string& kind, const std::string& name, const std::string& definition);
+
+    std::vector<std::string> m_made;  // "TABLE name", in the order made
 };
 
 class SqliteTest : public DatabaseFixture {
@@ -63,7 +66,7 @@ class EveryDatabaseTest : public DatabaseFixture, public testing::WithParamInter
     EveryDatabaseTest() : DatabaseFixture(GetParam()) {}
 };
 
-inline const auto kEveryBackend = testing::Values(Backend::Sqlite, Backend::PostgresqlAnsi,
-                                                  Backend::PostgresqlUnicode, Backend::Mariadb);
+inline const auto kEveryBackend =
+    testing::Values(Backend::Sqlite, Backend::PostgresqlAnsi, Backend::PostgresqlUnicode, Backend::Mariadb);
 
 }  // namespace kortavin::test

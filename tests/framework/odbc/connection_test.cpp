@@ -17,6 +17,11 @@ std::optional<CDBException> ErrorOfOpening(CDatabase& database, const std::strin
 class Connection : public EveryDatabaseTest {};
 INSTANTIATE_TEST_SUITE_P(On, Connection, kEveryBackend, BackendName);
 
+// The drivers that know a limit.
+class LimitedStatement : public EveryDatabaseTest {};
+INSTANTIATE_TEST_SUITE_P(On, LimitedStatement,
+                         testing::Values(Backend::PostgresqlAnsi, Backend::PostgresqlUnicode), BackendName);
+
 class SqliteConnection : public SqliteTest {};
 
 }  // namespace
@@ -73,6 +78,13 @@ TEST_P(Connection, RefusedOpeningTellsWhyWithoutThePasswordAndLeavesItClosed) {
     const std::string told(error->m_strError + error->m_strStateNativeOrigin);
     EXPECT_EQ(told.find(kWrong), told.npos) << told;
     m_database.Open(CString(Gbk(m_connectionString)));
+    EXPECT_EQ(Query("SELECT 1"), std::vector<Row>{{"1"}});
+}
+
+TEST_P(LimitedStatement, IsGivenUpAfterItsTimeout) {
+    m_database.SetQueryTimeout(1);
+    EXPECT_THROW(Query("SELECT pg_sleep(60)"), CDBException);
+    EXPECT_THROW(Execute("SELECT pg_sleep(60)"), CDBException);
     EXPECT_EQ(Query("SELECT 1"), std::vector<Row>{{"1"}});
 }
 

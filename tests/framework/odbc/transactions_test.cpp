@@ -11,9 +11,7 @@ class Transactions : public EveryDatabaseTest {
         if (!IsSkipped() && !HasFatalFailure())
             m_table = MakeTable("t", "a integer");
     }
-    void Insert(int value) {
-        Execute("INSERT INTO " + m_table + " VALUES (" + std::to_string(value) + ")");
-    }
+    void Insert(int value) { Execute("INSERT INTO " + m_table + " VALUES (" + std::to_string(value) + ")"); }
     std::vector<Row> Values() { return Query("SELECT a FROM " + m_table + " ORDER BY a"); }
     void Reopen() { m_database.Open(CString(Gbk(m_connectionString))); }
 
