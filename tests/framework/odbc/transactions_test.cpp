@@ -21,12 +21,6 @@ INSTANTIATE_TEST_SUITE_P(On, Transactions, kEveryBackend, BackendName);
 
 }  // namespace
 
-TEST_P(Transactions, WithoutOneEveryStatementIsKept) {
-    Insert(1);
-    Reopen();
-    EXPECT_EQ(Values(), std::vector<Row>{{"1"}});
-}
-
 TEST_P(Transactions, CommitKeepsAndRollbackUndoesWhatWasExecutedBetween) {
     m_database.BeginTrans();
     Insert(1);
@@ -40,16 +34,6 @@ TEST_P(Transactions, CommitKeepsAndRollbackUndoesWhatWasExecutedBetween) {
     Insert(3);  // the transaction is over: kept at once
     Reopen();
     EXPECT_EQ(Values(), (std::vector<Row>{{"1"}, {"3"}}));
-}
-
-TEST_P(Transactions, ClosingUndoesAnOpenOne) {
-    m_database.BeginTrans();
-    Insert(1);
-    Reopen();
-    EXPECT_EQ(Values(), std::vector<Row>{});
-    Insert(2);
-    Reopen();
-    EXPECT_EQ(Values(), std::vector<Row>{{"2"}});
 }
 
 TEST_P(Transactions, ClosingUndoesAnOpenOneWithARecordsetInTheMiddle) {

@@ -1,0 +1,1 @@
+#include "tests/faults/faultfixture.h"
