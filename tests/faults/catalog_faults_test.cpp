@@ -7,7 +7,9 @@ const Value kNull = Value::Null();
 
 class CatalogFaults : public FaultTest {
   protected:
-    static void AddTable(Answer& catalog, const Value& name) { catalog.AddRow({kNull, kNull, name, "TABLE"}); }
+    static void AddTable(Answer& catalog, const Value& name) {
+        catalog.AddRow({kNull, kNull, name, "TABLE"});
+    }
     static void AddColumn(Answer& catalog, const Value& name) {
         catalog.AddRow({kNull, "own", "t", name, "4", "INTEGER", "10", "4"});
     }
@@ -44,8 +46,9 @@ TEST_F(CatalogFaults, JetDriverIsKnownByItsWholeNameInAnyLetterCase) {
     for (const char* jet : {"ODBCJT32.DLL", "odbcjt32.dll", "OdbcJt32.dLL"})
         EXPECT_TRUE(isJet(jet)) << jet;
     const std::string jet = "ODBCJT32.DLL";
-    for (const std::string& other : {jet + ' ', ' ' + jet, jet.substr(1), jet + std::string(187, ' '), std::string(),
-                                     jet + std::string(188, 'x'), std::string(199, 'x'), std::string(5000, 'x')})
+    for (const std::string& other :
+         {jet + ' ', ' ' + jet, jet.substr(1), jet + std::string(187, ' '), std::string(),
+          jet + std::string(188, 'x'), std::string(199, 'x'), std::string(5000, 'x')})
         EXPECT_FALSE(isJet(other)) << other;
 }
 
@@ -210,12 +213,16 @@ TEST_F(CatalogFaults, LongNamesAreCutAt255BytesButNotInsideACharacter) {
             all += text;
         return all;
     };
-    const std::string names[] = {times(255, "x"),         times(256, "x"),        times(5000, "x"),
-                                 times(200, "道"),        "x" + times(200, "路"), "xy" + times(3000, "道"),
-                                 "x" + times(100, "😀"),  "路" + times(64, "😀")};
-    const std::string kept[] = {times(255, "x"),          times(255, "x"),         times(255, "x"),
-                                Gbk(times(127, "道")),    Gbk("x" + times(127, "路")),
-                                Gbk("xy" + times(126, "道")), Gbk("x" + times(63, "😀")),
+    const std::string names[] = {times(255, "x"),       times(256, "x"),        times(5000, "x"),
+                                 times(200, "道"),      "x" + times(200, "路"), "xy" + times(3000, "道"),
+                                 "x" + times(100, "😀"), "路" + times(64, "😀")};
+    const std::string kept[] = {times(255, "x"),
+                                times(255, "x"),
+                                times(255, "x"),
+                                Gbk(times(127, "道")),
+                                Gbk("x" + times(127, "路")),
+                                Gbk("xy" + times(126, "道")),
+                                Gbk("x" + times(63, "😀")),
                                 Gbk("路" + times(63, "😀"))};
     for (const std::string charset : {"UTF-8", "GB18030"}) {
         for (std::size_t i = 0; i < std::size(names); ++i) {
@@ -274,7 +281,8 @@ TEST_F(CatalogFaults, AnswersThatTakeTimeAreWaitedForAndAskedOnce) {
     Open();
     EXPECT_EQ(AllTables(), "TRUE|a");
     EXPECT_EQ(ColumnList(), "TRUE|before|a");
-    EXPECT_THAT(m_source.Log(), Contains(HasSubstr("SQLColumns NULL, NULL, 't', NULL (still executing)")).Times(3));
+    EXPECT_THAT(m_source.Log(),
+                Contains(HasSubstr("SQLColumns NULL, NULL, 't', NULL (still executing)")).Times(3));
     EXPECT_THAT(m_source.Calls("SQLTables"), SizeIs(1));
     EXPECT_THAT(m_source.Calls("SQLColumns"), SizeIs(1));
 }
