@@ -10,6 +10,7 @@
 
 #include "cli/failure.h"
 #include "cli/text.h"
+#include "query/clauses.h"
 #include "query/definition.h"
 
 namespace kortavin::cli {

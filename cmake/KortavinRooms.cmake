@@ -49,7 +49,7 @@ function(kortavin_library)
   install(TARGETS kortavin EXPORT kortavin-targets)
   install(DIRECTORY framework query db service resources DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kortavin
           FILES_MATCHING PATTERN "*.h"
-          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|secrets|seek|system|textrow)\\.h$" EXCLUDE)
+          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|piecereader|secrets|seek|system|textrow)\\.h$" EXCLUDE)
   install(EXPORT kortavin-targets NAMESPACE kortavin:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/kortavin
           FILE kortavin-config.cmake)
   write_basic_package_version_file(kortavin-config-version.cmake COMPATIBILITY SameMajorVersion)

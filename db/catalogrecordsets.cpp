@@ -2,6 +2,7 @@
 
 #include <array>
 #include <optional>
+#include <string>
 
 #include "framework/odbc/fieldexchange.h"
 #include "framework/odbc/handles.h"
@@ -61,6 +62,7 @@ BOOL CCatalogRecordset::OpenCatalog(UINT openType, WORD functionCode, const char
             ThrowDBException(code);
         DescribeColumns();
         AllocRowset();
+        BindFields();
         FetchFirst();
     });
     return TRUE;

@@ -25,6 +25,9 @@ class KORTAVIN_API _CTables : public CCatalogRecordset {
     explicit _CTables(CDatabase* database);
     ~_CTables() override;
 
+    // Stands on the first table, or at both marks. The names go to the driver as they are, patterns included;
+    // null leaves one open. `openType` is forwardOnly. FALSE when no statement can be allocated. Throws
+    // CDBException, CMemoryException, and CNotSupportedException for a driver without SQLTables.
     BOOL Open(const char* qualifier, const char* owner, const char* table, const char* tableType,
               UINT openType);
     void DoFieldExchange(CFieldExchange* exchange) override;
@@ -45,6 +48,7 @@ class KORTAVIN_API CColumns : public CCatalogRecordset {
     explicit CColumns(CDatabase* database);
     ~CColumns() override;
 
+    // As _CTables::Open, by SQLColumns.
     BOOL Open(const char* qualifier, const char* owner, const char* table, const char* column, UINT openType);
     void DoFieldExchange(CFieldExchange* exchange) override;
 

@@ -8,6 +8,9 @@
 #include "framework/window/messagebox.h"
 #include "resources/texts.h"
 
+using kortavin::resources::Text;
+using kortavin::resources::TextId;
+
 static_assert(sizeof(CGeoDatabase) == sizeof(CDatabase), "its object is exactly a CDatabase");
 
 namespace {
@@ -40,18 +43,17 @@ BOOL CGeoDatabase::GetAllTables(CStringArray& tables) {
     CString report;
     tables.RemoveAll();
     try {
-        _CTables catalog(this);
-        result = catalog.Open(nullptr, nullptr, nullptr, "'TABLE,VIEW'", CRecordset::forwardOnly);
-        if (!result)
-            return FALSE;
-        for (; !catalog.IsEOF(); catalog.MoveNext())
-            tables.Add(catalog.m_strName);
+        WithMemoryErrors([&] {
+            Text(TextId::MemoryError);  // made while there still is memory for it
+            _CTables catalog(this);
+            result = catalog.Open(nullptr, nullptr, nullptr, "'TABLE,VIEW'", CRecordset::forwardOnly);
+            for (; !catalog.IsEOF(); catalog.MoveNext())
+                tables.Add(catalog.m_strName);
+        });
     } catch (const CDBException& error) {
         report = Report(error);
     } catch (const CMemoryException&) {
-        report = kortavin::resources::Text(kortavin::resources::TextId::MemoryError);
-    } catch (const std::bad_alloc&) {
-        report = kortavin::resources::Text(kortavin::resources::TextId::MemoryError);
+        report = Text(TextId::MemoryError);
     }
     if (!report.IsEmpty())
         AfxMessageBox(report);
@@ -59,27 +61,26 @@ BOOL CGeoDatabase::GetAllTables(CStringArray& tables) {
 }
 
 BOOL CGeoDatabase::GetColumnList(const CString& table, CStringArray& columns) {
+    BOOL result = TRUE;
     CString report;
     try {
-        CColumns catalog(this);
-        if (!catalog.Open(nullptr, nullptr, table, nullptr, CRecordset::forwardOnly))
-            return FALSE;
-        if (catalog.IsBOF())
-            return FALSE;
-        for (; !catalog.IsEOF(); catalog.MoveNext()) {
-            const CString& name = catalog.m_strColumnName;
-            columns.Add(IsODBCJetDriver() ? QuotedForJet(name) : Quoted(name));
-        }
+        WithMemoryErrors([&] {
+            CColumns catalog(this);
+            result =
+                catalog.Open(nullptr, nullptr, table, nullptr, CRecordset::forwardOnly) && !catalog.IsBOF();
+            for (; !catalog.IsEOF(); catalog.MoveNext()) {
+                const CString& name = catalog.m_strColumnName;
+                columns.Add(IsODBCJetDriver() ? QuotedForJet(name) : Quoted(name));
+            }
+        });
     } catch (const CDBException& error) {
         report = Report(error);
     } catch (const CMemoryException&) {
         report = "Out-of-memory";
-    } catch (const std::bad_alloc&) {
-        report = "Out-of-memory";
     }
     if (!report.IsEmpty())
         AfxMessageBox(report);
-    return TRUE;
+    return result;
 }
 
 BOOL CGeoDatabase::IsODBCJetDriver() {

@@ -1,16 +1,18 @@
 #include "db/recordsetex.h"
 
+#include <algorithm>
 #include <array>
 
 #include "framework/base/codepage.h"
 #include "framework/odbc/diagnostics.h"
 #include "framework/odbc/handles.h"
-#include "framework/odbc/textrow.h"
+#include "framework/odbc/piecereader.h"
 
 using kortavin::odbc::Succeeded;
 using kortavin::odbc::WhileExecuting;
 
-const CRuntimeClass _CRecordsetEx::class_CRecordsetEx{"_CRecordsetEx", &CRecordset::classCRecordset};
+constinit const CRuntimeClass _CRecordsetEx::class_CRecordsetEx{"_CRecordsetEx",
+                                                                &CRecordset::classCRecordset};
 
 _CRecordsetEx::_CRecordsetEx(CDatabase* database) : CRecordset(database) {}
 
@@ -35,6 +37,7 @@ BOOL _CRecordsetEx::Open(UINT openType, const char* sql, DWORD options) {
         if (!hasFields && (m_nFields > 0 || m_nParams > 0))
             AllocStatusArrays();
         PreBindFields();
+        BindFields();
         FetchFirst();
     });
     return TRUE;
@@ -51,15 +54,17 @@ void _CRecordsetEx::DescribeColumns() {
     if (!Succeeded(code))
         ThrowDBException(code);
     m_fieldInfos.resize(static_cast<std::size_t>(std::max<short>(count, 0)));
-    for (short column = 1; column <= count; ++column)
+    for (int column = 1; column <= count; ++column)
         DescribeColumn(column);
     m_nResultCols = count;
 }
 
-void _CRecordsetEx::DescribeColumn(short column) {
+void _CRecordsetEx::DescribeColumn(int column) {
     static constexpr std::size_t kLongestName = 256;
-    // A name in the driver's character set may be longer than it is in GBK.
-    std::array<char, 4 * kLongestName + 1> name{};
+    // A name in the driver's character set may be longer than it is in GBK. The last byte is not offered, and
+    // ends the name where a driver forgets to.
+    std::array<char, 4 * kLongestName + 2> name{};
+    constexpr SQLSMALLINT kRoom = name.size() - 1;
     SQLSMALLINT length = 0;
     SQLULEN precision = 0;
     CODBCFieldInfo& info = m_fieldInfos[static_cast<std::size_t>(column - 1)];
@@ -72,7 +77,7 @@ void _CRecordsetEx::DescribeColumn(short column) {
         ThrowDBException(code);
     info.m_nPrecision = static_cast<DWORD>(std::min<SQLULEN>(precision, UINT32_MAX));
 
-    const auto text = m_pDatabase->FromNarrow(name.data(), length >= static_cast<SQLSMALLINT>(name.size()));
+    const auto text = m_pDatabase->FromNarrow(name.data(), length >= kRoom);
     if (!text) {
         CString what;
         what.Format("The name of column %d", column);

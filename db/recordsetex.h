@@ -13,16 +13,19 @@ class KORTAVIN_API _CRecordsetEx : public CRecordset {
     const CRuntimeClass* GetRuntimeClass() const override;
 
     // Executes the statement and stands on its first row, or at both marks when it has none; a statement
-    // without a result set has 0 columns and is not fetched. Throws CDBException and CMemoryException.
+    // without a result set has 0 columns and is not fetched. FALSE when no statement can be allocated. Throws
+    // CDBException and CMemoryException, closed again.
     BOOL Open(UINT openType, const char* sql, DWORD options) override;
-    // The same, forward-only and executed directly.
+    // The same, forward-only and executed directly. IsOpen tells whether a statement could be allocated.
     void OpenSql(const CString& sql);
 
-    // Fills the column descriptions of the executed statement. Throws CDBException.
+    // Fills the column descriptions of the executed statement. Throws CDBException; std::bad_alloc where
+    // memory does not suffice.
     void DescribeColumns();
 
     // Column `index` (from 0) of the current row in the driver's own text form; NULL is empty. Without result
-    // columns nothing happens. Throws CDBException, with kFieldIndexOutOfRange outside the columns.
+    // columns nothing happens. Throws CDBException, with kFieldIndexOutOfRange outside the columns and
+    // kTextNotConvertible for text that is not valid in the connection's character set, and CMemoryException.
     void ReadFieldText(short index, CString& value);
 
     // One SQLGetData call for `column` (from 1), repeated while it is still executing. Answers the length
@@ -32,5 +35,5 @@ class KORTAVIN_API _CRecordsetEx : public CRecordset {
                               void* buffer, LONGLONG bufferLength, SWORD sqlType);
 
   private:
-    void DescribeColumn(short column);
+    void DescribeColumn(int column);
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "framework/base/arrays.h"
-#include "query/clauses.h"
 
 class CGeoDatabase;
 

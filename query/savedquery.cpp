@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "framework/base/endian.h"
@@ -13,6 +15,25 @@ namespace kortavin::query {
 namespace {
 
 constexpr std::string_view kHeader = "VESKARDO QUERY FILE";
+
+// The length is not trusted: room is made only for what the file goes on to deliver, up to a zero byte.
+CString ReadText(CFile& file, DWORD size) {
+    std::string text;
+    std::array<char, 65536> block;
+    bool ended = false;
+    for (DWORD left = size; left > 0;) {
+        const UINT wanted = std::min<UINT>(block.size(), left);
+        if (file.Read(block.data(), wanted) < wanted)
+            throw SavedQueryFormatError();
+        const std::string_view bytes(block.data(), wanted);
+        const std::size_t end = std::min(bytes.find('\0'), bytes.size());
+        if (!ended)
+            text += bytes.substr(0, end);
+        ended = ended || end < bytes.size();
+        left -= wanted;
+    }
+    return CString(std::move(text));
+}
 
 }  // namespace
 
@@ -53,19 +74,9 @@ CString ReadSavedQuery(CFile& file) {
     if (file.Read(length.data(), length.size()) < length.size())
         throw SavedQueryFormatError();
     const DWORD size = base::FromLittleEndian<DWORD>(length);
-
-    // The length is not trusted: room is made only for what the file goes on to deliver.
-    std::string text;
-    std::array<char, 65536> block;
-    while (text.size() < size) {
-        const auto wanted = static_cast<UINT>(std::min<std::size_t>(block.size(), size - text.size()));
-        const UINT got = file.Read(block.data(), wanted);
-        text.append(block.data(), got);
-        if (got < wanted)
-            throw SavedQueryFormatError();
-    }
-    text.resize(std::min(text.find('\0'), text.size()));
-    return CString(std::move(text));
+    if (size > INT_MAX)
+        throw SavedQueryFormatError();
+    return WithMemoryErrors([&] { return ReadText(file, size); });
 }
 
 }  // namespace kortavin::query

@@ -16,11 +16,13 @@ class KORTAVIN_API SavedQueryFormatError : public CException {
 };
 
 // Writes a statement, replacing a former file only when the new one is complete on the disk. `path` is in the
-// system's own bytes. Throws CFileException; a former file is then as it was.
+// system's own bytes. Throws CFileException; a former file is then as it was. (Whoever tells a target that
+// cannot be written at all from a failed write makes the base::FileReplacement himself.)
 KORTAVIN_API void WriteSavedQuery(const CString& path, const CString& sql);
 
 // The statement of a file, up to its first zero byte. Throws CFileException where the file cannot be read,
-// and SavedQueryFormatError for a wrong header or a length that runs past the end of the file.
+// SavedQueryFormatError for a wrong header or a length that runs past the end of the file, and
+// CMemoryException.
 KORTAVIN_API CString ReadSavedQuery(const CString& path);
 
 // The same on files that are open already; neither closes its file.

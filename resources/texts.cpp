@@ -23,6 +23,7 @@ consteval bool StandInOrder() {
             return false;
     return true;
 }
+static_assert(std::size(kTexts) == static_cast<std::size_t>(TextId::Count), "every text has its row");
 static_assert(StandInOrder(), "the table's rows follow the order of TextId");
 
 std::array<CString, std::size(kTexts)> ToGbk() {

@@ -10,6 +10,7 @@ enum class TextId {
     Ascending,
     WrongFileFormat,
     MemoryError,
+    Count,  // not a text
 };
 
 KORTAVIN_API const CString& Text(TextId id);

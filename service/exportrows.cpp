@@ -1,5 +1,7 @@
 #include "service/exportrows.h"
 
+#include <climits>
+
 #include "framework/base/endian.h"
 #include "service/statement.h"
 
@@ -73,7 +75,8 @@ void RowExport::WriteHeader() {
         WriteBinaryHeader();
     else if (m_options.header)
         WriteNameLine();
-    m_file.Flush();
+    if (m_progress.bytes > 0)
+        m_file.Flush();
 }
 
 void RowExport::WriteNameLine() {
@@ -106,7 +109,22 @@ void RowExport::WriteBinaryHeader() {
 }
 
 void RowExport::WriteRows(const ExportCallback& callback) {
+    try {
+        WriteEachRow(callback);
+    } catch (...) {
+        try {
+            FinishHeader();
+        } catch (...) {  // the first error tells more
+        }
+        throw;
+    }
+    FinishHeader();
+}
+
+void RowExport::WriteEachRow(const ExportCallback& callback) {
     while (!m_recordset.IsBOF() && !m_recordset.IsEOF()) {
+        if (HasBinaryHeader() && m_progress.rows == INT_MAX)
+            throw CNotSupportedException("The binary header cannot count more rows.");
         ++m_progress.rows;
         WriteRow();
         if (callback)
@@ -153,7 +171,6 @@ ULONGLONG ExportRows(CFile& file, const ExportOptions& options, _CRecordsetEx& r
     RowExport rowExport(file, options, recordset);
     rowExport.WriteHeader();
     rowExport.WriteRows(callback);
-    rowExport.FinishHeader();
     return rowExport.GetProgress().rows;
 }
 

@@ -35,18 +35,19 @@ using ExportCallback = std::function<void(const ExportProgress&)>;
 // the file throws.
 KORTAVIN_API std::size_t WriteValue(CFile& file, std::string_view value, ExportLayout layout, bool isLast);
 
-// Writes a statement's rows from the recordset's current one on, and what stands before them. The file is the
-// caller's: it is written at its present position, flushed at the end of each step, and stays open.
+// Writes a statement's rows from the recordset's current one on, and what stands before them. The file and
+// the recordset are the caller's and outlive this object: the file is written at its present position and
+// stays open.
 class KORTAVIN_API RowExport {
   public:
     RowExport(CFile& file, const ExportOptions& options, _CRecordsetEx& recordset);
 
-    // The three steps, to be called in this order. Each throws what the file and the database throw; whatever
-    // WriteRows threw, FinishHeader may still be called.
+    // The two steps, to be called in this order; each flushes what it wrote. Both throw what the file and the
+    // database throw.
     void WriteHeader();
+    // After an error, too, the binary header gets the number of rows, the one begun included; the file then
+    // stands behind that number. Throws CNotSupportedException for more rows than the header can count.
     void WriteRows(const ExportCallback& callback = {});
-    // Puts the number of rows begun into the binary header; the file then stands behind that number.
-    void FinishHeader();
 
     const ExportProgress& GetProgress() const { return m_progress; }
 
@@ -54,7 +55,9 @@ class KORTAVIN_API RowExport {
     bool HasBinaryHeader() const { return m_options.header && m_options.layout == ExportLayout::Binary; }
     void WriteNameLine();
     void WriteBinaryHeader();
+    void WriteEachRow(const ExportCallback& callback);
     void WriteRow();
+    void FinishHeader();
     std::string_view Quoted(std::string_view value);
 
     CFile& m_file;
@@ -67,7 +70,7 @@ class KORTAVIN_API RowExport {
     std::string m_quoted;
 };
 
-// All three steps. Answers the number of rows.
+// Both steps. Answers the number of rows.
 KORTAVIN_API ULONGLONG ExportRows(CFile& file, const ExportOptions& options, _CRecordsetEx& recordset,
                                   const ExportCallback& callback = {});
 

@@ -19,12 +19,13 @@ void CQuerySql::SetDatabase(CGeoDatabase* database) {
 }
 
 void* CQuerySql::GetReocrd(CString& sql) {
-    if (m_pDatabase == nullptr) return nullptr;
+    if (m_pDatabase == nullptr)
+        return nullptr;
     try {
-        return kortavin::service::OpenStatement(*m_pDatabase, sql).release();
+        return WithMemoryErrors(
+            [&] { return kortavin::service::OpenStatement(*m_pDatabase, sql).release(); });
     } catch (const CDBException&) {
     } catch (const CMemoryException&) {
-    } catch (const std::bad_alloc&) {
     }
     return nullptr;
 }
@@ -73,17 +74,12 @@ int CQuerySql::QueryDataToFile(CFile* file, int format, int quoteMode, int heade
                                                    header != 0};
     RowExport rowExport(*file, options, *recordset);
     rowExport.WriteHeader();
-    const auto succeeds = [](auto step) {
-        try {
-            step();
-            return true;
-        } catch (...) {  // a host's file may throw anything
-            return false;
-        }
-    };
-    const bool rowsAreWritten = succeeds([&] { rowExport.WriteRows(); });
-    const bool headerIsFinished = succeeds([&] { rowExport.FinishHeader(); });
-    return rowsAreWritten && headerIsFinished;
+    try {
+        rowExport.WriteRows();
+        return 1;
+    } catch (...) {  // a host's file may throw anything
+        return 0;
+    }
 }
 
 void CQuerySql::WriteByFormat(CFile* file, CString& value, int format, int isLast) {

@@ -5,9 +5,9 @@
 #include "framework/odbc/fieldinfo.h"
 
 // The library's query services for a host: statements tried out and described, and their rows exported. The
-// connection belongs to the host and must live for as long as a service is called; every service but the
-// setting of it needs it open. Statements run with a timeout of 999 seconds, which stays set on the
-// connection.
+// connection belongs to the host and must live for as long as a service is called. Without one, or while it
+// is closed, every statement counts as failed. Statements run with a timeout of 999 seconds, which stays set
+// on the connection.
 class KORTAVIN_API CQuerySql {
   public:
     CQuerySql();  // without a connection
@@ -19,7 +19,7 @@ class KORTAVIN_API CQuerySql {
     void SetDatabase(CGeoDatabase* database);
 
     // Executes a statement and hands out its open recordset (a _CRecordsetEx), which the caller releases with
-    // ReleaseRecordset. Null when it fails, without any message.
+    // ReleaseRecordset. Null when it fails, also for lack of memory, without any message.
     void* GetReocrd(CString& sql);
     static void ReleaseRecordset(void* recordset);
 
@@ -30,7 +30,7 @@ class KORTAVIN_API CQuerySql {
     // ReleaseFieldsInfo (or by delete[] with the same allocator). Null, and 0, when the statement fails; a
     // statement without a result set gives an array of 0 elements.
     CODBCFieldInfo* GetFieldsInfo(CString& sql, int& count);
-    // The same for a recordset of GetReocrd, which stays open.
+    // The same for a recordset of GetReocrd (not null), which stays open.
     CODBCFieldInfo* GetFieldsInfo(void* recordset, int& count);
     static void ReleaseFieldsInfo(CODBCFieldInfo* fieldsInfo);
 
@@ -40,13 +40,16 @@ class KORTAVIN_API CQuerySql {
     // Writes the rows of a statement to an open file, from its present position on. `format`: 1 comma, 2
     // blank, 3 tab, 10 binary; `quoteMode`: 2 single quotes, 3 double quotes, any other none; `header`:
     // whether column names (the binary header) come first. 1 when all rows are written; 0 for a null file, a
-    // statement that fails (nothing is written then), or an error while writing rows (what was written until
-    // then stays). Errors while writing the header are the caller's. A host that wants to know why, or to
-    // show progress, uses service/exportrows.h.
+    // statement that fails (nothing is written then), or an error while writing rows or setting the binary
+    // row count behind them (what was written until then stays, and the count includes the row begun). Errors
+    // while writing the header reach the caller: whatever the file throws. A host that wants to know why, or
+    // to show progress, uses service/exportrows.h.
     int QueryDataToFile(CFile* file, int format, int quoteMode, int header, CString sql);
 
   protected:
-    // Writes one value and what follows it in the format.
+    // Writes one value and what follows it in the format: the separator, or for a line's last value (`isLast`
+    // not 0) the line end; format 10 has the length before it and nothing behind. Throws what the file
+    // throws.
     void WriteByFormat(CFile* file, CString& value, int format, int isLast);
 
   private:

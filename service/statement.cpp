@@ -7,8 +7,7 @@ std::unique_ptr<_CRecordsetEx> OpenStatement(CGeoDatabase& database, const CStri
     database.SetQueryTimeout(kStatementTimeout);
     recordset->OpenSql(sql);
     if (!recordset->IsOpen())
-        throw CDBException(0, "No statement can be allocated on the connection.\n",
-                           "State:HY000,Native:0,Origin:[Kortavin]\n");
+        throw database.MakeError(-1);
     return recordset;
 }
 

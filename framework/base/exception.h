@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 
 #include "framework/base/cstring.h"
 #include "framework/base/object.h"
@@ -22,6 +23,16 @@ class KORTAVIN_API CMemoryException : public CException {
     CString GetErrorMessage() const override;
     const char* what() const noexcept override;
 };
+
+// Runs `body`; that an allocation failed in it is told as the framework's own error.
+template <class Body>
+decltype(auto) WithMemoryErrors(Body body) {
+    try {
+        return body();
+    } catch (const std::bad_alloc&) {
+        throw CMemoryException();
+    }
+}
 
 // An operation that the other side does not offer; it carries only a text. Not a database error.
 class KORTAVIN_API CNotSupportedException : public CException {

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <span>
 #include <string_view>
 
-#include "framework/base/codepage.h"
+#include "framework/base/cstring.h"
 #include "framework/odbc/handles.h"
 
 namespace kortavin::odbc {
@@ -36,9 +35,8 @@ std::string Ask(HDBC connection, const char* sql) {
     return Succeeded(code) && length != SQL_NULL_DATA ? std::string(value.data()) : std::string();
 }
 
-std::string Lower(std::string name) {
-    std::ranges::transform(name, name.begin(), [](unsigned char c) { return std::tolower(c); });
-    return name;
+std::string Lower(const std::string& name) {
+    return std::string(CString(name).MakeLower().View());
 }
 
 struct CharsetName {

@@ -41,7 +41,7 @@ void CDatabase::RemoveRecordset(CRecordset& recordset) {
 void CDatabase::Open(const CString& connectionString) {
     Close();
     try {
-        Connect(connectionString);
+        WithMemoryErrors([&] { Connect(connectionString); });
     } catch (...) {
         Close();
         throw;
@@ -58,10 +58,9 @@ void CDatabase::Connect(const CString& connectionString) {
     // ODBC 2 behaviour: dates arrive as 9, 10 and 11, and texts under their narrow type codes.
     if (!Succeeded(state.environment.Allocate(SQL_NULL_HANDLE)) ||
         !Succeeded(SQLSetEnvAttr(state.environment.Get(), SQL_ATTR_ODBC_VERSION,
-                                 reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC2), 0)))  // NOLINT
-        throw CMemoryException();
-    if (!Succeeded(state.connection.Allocate(state.environment.Get())))
-        throw CMemoryException();
+                                 reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC2), 0)) ||  // NOLINT
+        !Succeeded(state.connection.Allocate(state.environment.Get())))
+        throw kortavin::odbc::MakeOwnError(SQL_ERROR, "HY000", "The driver manager cannot be used.");
 
     const HDBC connection = state.connection.Get();
     const SQLRETURN code = SQLDriverConnect(connection, nullptr, reinterpret_cast<SQLCHAR*>(narrow.data()),
@@ -114,11 +113,15 @@ void CDatabase::OnSetOptions(HSTMT statement) {
 }
 
 void CDatabase::ExecuteSQL(const CString& sql) {
+    WithMemoryErrors([&] { Execute(sql); });
+}
+
+void CDatabase::Execute(const CString& sql) {
     std::string narrow = ToNarrow(sql.View());
     kortavin::odbc::StatementHandle statement;
     SQLRETURN code = statement.Allocate(m_hdbc);
     if (!Succeeded(code))
-        throw kortavin::odbc::MakeError(code, this, nullptr);
+        throw MakeError(code);
     OnSetOptions(statement.Get());
     auto* text = reinterpret_cast<SQLCHAR*>(narrow.data());
     code = WhileExecuting([&] { return SQLExecDirect(statement.Get(), text, SQL_NTS); });
@@ -143,14 +146,18 @@ void CDatabase::SetAutoCommit(bool on) {
     const SQLRETURN code =
         SQLSetConnectAttr(m_hdbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(value), 0);  // NOLINT
     if (!Succeeded(code))
-        throw kortavin::odbc::MakeError(code, this, nullptr);
+        throw MakeError(code);
 }
 
 void CDatabase::EndTransaction(short completion) {
     const SQLRETURN code = SQLEndTran(SQL_HANDLE_DBC, m_hdbc, completion);
     if (!Succeeded(code))
-        throw kortavin::odbc::MakeError(code, this, nullptr);
+        throw MakeError(code);
     SetAutoCommit(true);
+}
+
+CDBException CDatabase::MakeError(RETCODE code) const {
+    return kortavin::odbc::MakeError(IsOpen() ? code : SQL_INVALID_HANDLE, this, nullptr);
 }
 
 CString CDatabase::MakeReadable(std::string_view narrow) const {

@@ -35,7 +35,7 @@ class KORTAVIN_API CDatabase : public CObject {
     // name, Open finds it: SQLite UTF-8, PostgreSQL its client encoding, MariaDB and MySQL their result
     // character set, any other the process's locale.
     BOOL SetNarrowCharset(const std::string& name);
-    // The one in use; while closed, the one that was set or the process's.
+    // The one in use, or last in use; before the first Open the one that was set, or the process's.
     const kortavin::base::NarrowCharset& GetNarrowCharset() const;
 
     // Seconds after which a statement is given up, for every statement from now on; 0 (as at first) is no
@@ -45,14 +45,18 @@ class KORTAVIN_API CDatabase : public CObject {
     // Called for every statement before it is executed.
     virtual void OnSetOptions(HSTMT statement);
 
-    // Executes a statement whose rows, if any, nobody wants. Throws CDBException.
+    // Executes a statement whose rows, if any, nobody wants. Throws CDBException, also on a closed
+    // connection, and CMemoryException.
     void ExecuteSQL(const CString& sql);
 
     // A transaction: what is executed between is kept by CommitTrans or undone by Rollback (or by Close).
-    // Each throws CDBException.
+    // Each throws CDBException; after a CommitTrans that failed the transaction is still open.
     void BeginTrans();
     void CommitTrans();
     void Rollback();
+
+    // The error for a call on the connection that failed with `code` just now.
+    CDBException MakeError(RETCODE code) const;
 
     // A text of the driver's as people may read it: in GBK, without passwords, bytes that are no text
     // escaped.
@@ -74,6 +78,7 @@ class KORTAVIN_API CDatabase : public CObject {
     void AddRecordset(CRecordset& recordset);
     void RemoveRecordset(CRecordset& recordset);
     void Connect(const CString& connectionString);
+    void Execute(const CString& sql);
     void SetAutoCommit(bool on);
     void EndTransaction(short completion);
 

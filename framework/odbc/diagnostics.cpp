@@ -1,6 +1,7 @@
 #include "framework/odbc/diagnostics.h"
 
 #include <array>
+#include <climits>
 #include <optional>
 
 #include "framework/base/codepage.h"
@@ -51,8 +52,8 @@ std::size_t OriginLength(std::string_view message) {
 }
 
 // Once a process has set its locale, the driver manager widens each byte of a connection's message from
-// Latin-1 and writes the result as UTF-8: the original UTF-8 is that text's Latin-1 bytes.
-std::string UndoSecondEncoding(const std::string& message) {
+// Latin-1 and writes the result as UTF-8: the original bytes are that text's Latin-1 ones.
+std::optional<std::string> UndoSecondEncoding(std::string_view message) {
     std::string bytes;
     for (std::size_t i = 0; i < message.size(); ++i) {
         const auto byte = static_cast<unsigned char>(message[i]);
@@ -61,12 +62,11 @@ std::string UndoSecondEncoding(const std::string& message) {
             continue;
         }
         if ((byte != 0xC2 && byte != 0xC3) || i + 1 == message.size())
-            return message;
+            return std::nullopt;
         const auto next = static_cast<unsigned char>(message[++i]);
         bytes += static_cast<char>((byte == 0xC3 ? 0x40 : 0) + next);
     }
-    std::string ignored;
-    return base::AppendUtf8AsGbk(ignored, bytes) ? bytes : message;
+    return bytes;
 }
 
 class ErrorText {
@@ -82,8 +82,11 @@ class ErrorText {
             auto record = ReadRecord(type, handle, number);
             if (!record)
                 break;
-            if (type == SQL_HANDLE_DBC)
-                record->message = UndoSecondEncoding(record->message);
+            if (type == SQL_HANDLE_DBC && m_database != nullptr) {
+                const auto original = UndoSecondEncoding(record->message);
+                if (original && m_database->FromNarrow(*original, false))
+                    record->message = *original;
+            }
             Add(*record);
         }
     }
@@ -134,7 +137,9 @@ CDBException MakeError(RETCODE code, const CDatabase* database, HSTMT statement)
 CDBException MakeConnectError(RETCODE code, const CDatabase& database, HDBC connection) {
     ErrorText text(&database);
     text.AddRecordsOf(SQL_HANDLE_DBC, connection);
-    return text.IsEmpty() ? MakeErrorWithoutRecord(code) : text.Make(code);
+    if (text.IsEmpty())
+        return MakeOwnError(code, "08001", "The connection was refused without giving a reason.");
+    return text.Make(code);
 }
 
 CDBException MakeOwnError(RETCODE code, const char* state, const CString& text) {

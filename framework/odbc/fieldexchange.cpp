@@ -11,15 +11,24 @@ using kortavin::odbc::Succeeded;
 
 void CFieldExchange::BeginBinding() {
     m_binding = true;
+    m_type = noFieldType;
     m_fields.clear();
 }
 
 void CFieldExchange::BeginLoading() {
     m_binding = false;
+    m_type = noFieldType;
     m_next = 0;
 }
 
+void CFieldExchange::ForgetLengths() {
+    for (Field& field : m_fields)
+        field.length = SQL_NULL_DATA;
+}
+
 CFieldExchange::Field* CFieldExchange::NextField() {
+    if (m_type != outputColumn)
+        return nullptr;
     if (m_binding)
         return &m_fields.emplace_back();
     return m_next < m_fields.size() ? &m_fields[m_next++] : nullptr;

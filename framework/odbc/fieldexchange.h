@@ -13,16 +13,17 @@ class CDatabase;
 // the current row.
 class KORTAVIN_API CFieldExchange {
   public:
-    enum FieldType { outputColumn };
+    enum FieldType { noFieldType, outputColumn };
 
     CFieldExchange(CDatabase& database, HSTMT statement) : m_database(database), m_statement(statement) {}
 
-    // What the fields that follow are; there are output columns only.
+    // What the fields that follow in this pass are. Fields of no type are not exchanged.
     void SetFieldType(FieldType type) { m_type = type; }
 
-    // Start a pass. Both are the recordset's to call.
+    // Start a pass; and make every field NULL that the next fetch gives no length. The recordset's to call.
     void BeginBinding();
     void BeginLoading();
+    void ForgetLengths();
 
   private:
     friend KORTAVIN_API void RFX_Text(CFieldExchange*, const char*, CString&, int, SWORD, short);
@@ -41,7 +42,7 @@ class KORTAVIN_API CFieldExchange {
 
     CDatabase& m_database;
     HSTMT m_statement;
-    FieldType m_type = outputColumn;
+    FieldType m_type = noFieldType;
     bool m_binding = false;
     std::size_t m_next = 0;
     std::deque<Field> m_fields;  // never moved: the driver writes into them

@@ -26,11 +26,8 @@ template <SQLSMALLINT type>
 class Handle {
   public:
     Handle() = default;
-    Handle(Handle&& other) noexcept : m_handle(std::exchange(other.m_handle, nullptr)) {}
-    Handle& operator=(Handle&& other) noexcept {
-        std::swap(m_handle, other.m_handle);
-        return *this;
-    }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
     ~Handle() { Free(); }
 
     SQLRETURN Allocate(SQLHANDLE parent) {
@@ -56,9 +53,6 @@ using StatementHandle = Handle<SQL_HANDLE_STMT>;
 // A connection's handle; ends the connection before it goes. What a transaction left open is rolled back.
 class ConnectionHandle : public Handle<SQL_HANDLE_DBC> {
   public:
-    ConnectionHandle() = default;
-    ConnectionHandle(ConnectionHandle&&) noexcept = default;
-    ConnectionHandle& operator=(ConnectionHandle&&) noexcept = default;
     ~ConnectionHandle() { Disconnect(); }
 
     void Disconnect() {

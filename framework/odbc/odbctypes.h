@@ -4,7 +4,6 @@
 
 // ODBC's own names for handles and codes, declared here the same way as in the driver manager's headers, so
 // that the library's headers need none of those.
-using HENV = void*;
 using HDBC = void*;
 using HSTMT = void*;
 using RETCODE = signed short;

@@ -1,6 +1,6 @@
 #include "framework/odbc/recordset.h"
 
-#include <algorithm>
+#include <climits>
 
 #include "framework/odbc/diagnostics.h"
 #include "framework/odbc/fieldexchange.h"
@@ -10,7 +10,14 @@
 using kortavin::odbc::Succeeded;
 using kortavin::odbc::WhileExecuting;
 
-const CRuntimeClass CRecordset::classCRecordset{"CRecordset", &CObject::classCObject};
+// The statement stands last, so that it goes before the buffers that are bound to it.
+struct CRecordset::Result {
+    std::unique_ptr<CFieldExchange> fields;
+    std::unique_ptr<kortavin::odbc::TextRow> textRow;
+    kortavin::odbc::StatementHandle statement;
+};
+
+constinit const CRuntimeClass CRecordset::classCRecordset{"CRecordset", &CObject::classCObject};
 
 CRecordset::CRecordset(CDatabase* database) : m_pDatabase(database) {
     if (m_pDatabase != nullptr)
@@ -32,29 +39,32 @@ void CRecordset::Close() {
 }
 
 void CRecordset::ReleaseStatement() {
-    if (m_hstmt != nullptr)
-        SQLFreeHandle(SQL_HANDLE_STMT, m_hstmt);
+    m_result.reset();
     m_hstmt = nullptr;
-    m_textRow.reset();
-    m_fields.reset();
     m_isOpen = FALSE;
     m_isBOF = m_isEOF = TRUE;
 }
 
-void CRecordset::SetState(UINT /*openType*/, const char* sql, DWORD options) {
+void CRecordset::SetState(UINT openType, const char* sql, DWORD options) {
+    if (openType != forwardOnly)
+        throw CNotSupportedException("Only forward-only recordsets are supported.");
     // A result that is still open ends here: its statement cannot run another.
     Close();
-    m_strSQL = sql;
+    WithMemoryErrors([&] { m_strSQL = sql; });
     m_options = options;
 }
 
 BOOL CRecordset::AllocHstmt() {
     if (m_hstmt != nullptr)
         return TRUE;
-    const HDBC connection = m_pDatabase != nullptr ? m_pDatabase->m_hdbc : nullptr;
-    if (connection == nullptr || !Succeeded(SQLAllocHandle(SQL_HANDLE_STMT, connection, &m_hstmt)))
-        m_hstmt = nullptr;
-    return m_hstmt != nullptr;
+    if (m_pDatabase == nullptr || m_pDatabase->m_hdbc == nullptr)
+        return FALSE;
+    auto result = WithMemoryErrors([] { return std::make_unique<Result>(); });
+    if (!Succeeded(result->statement.Allocate(m_pDatabase->m_hdbc)))
+        return FALSE;
+    m_hstmt = result->statement.Get();
+    m_result = std::move(result);
+    return TRUE;
 }
 
 void CRecordset::OnSetOptions(HSTMT statement) {
@@ -62,14 +72,14 @@ void CRecordset::OnSetOptions(HSTMT statement) {
 }
 
 void CRecordset::AllocStatusArrays() {
-    m_fields = std::make_unique<CFieldExchange>(*m_pDatabase, m_hstmt);
+    m_result->fields = std::make_unique<CFieldExchange>(*m_pDatabase, m_hstmt);
 }
 
 void CRecordset::PrepareAndExecute() {
     std::string sql = m_pDatabase->ToNarrow(m_strSQL.View());
     auto* text = reinterpret_cast<SQLCHAR*>(sql.data());
     const bool direct = (m_options & executeDirect) != 0;
-    SQLRETURN code = WhileExecuting(
+    RETCODE code = WhileExecuting(
         [&] { return direct ? SQLExecDirect(m_hstmt, text, SQL_NTS) : SQLPrepare(m_hstmt, text, SQL_NTS); });
     if (!direct && Succeeded(code))
         code = WhileExecuting([&] { return SQLExecute(m_hstmt); });
@@ -79,15 +89,18 @@ void CRecordset::PrepareAndExecute() {
 }
 
 void CRecordset::AllocRowset() {
-    if (m_nFields > 0) {
-        m_fields->BeginBinding();
-        DoFieldExchange(m_fields.get());
-    } else if (m_nResultCols > 0) {
-        m_textRow = std::make_unique<kortavin::odbc::TextRow>(*m_pDatabase, m_hstmt, m_fieldInfos);
-    }
+    if (m_nFields == 0 && m_nResultCols > 0)
+        m_result->textRow = std::make_unique<kortavin::odbc::TextRow>(*m_pDatabase, m_hstmt, m_fieldInfos);
 }
 
 void CRecordset::PreBindFields() {}
+
+void CRecordset::BindFields() {
+    if (m_nFields == 0)
+        return;
+    m_result->fields->BeginBinding();
+    DoFieldExchange(m_result->fields.get());
+}
 
 void CRecordset::FetchFirst() {
     m_isOpen = TRUE;
@@ -104,26 +117,24 @@ void CRecordset::ForgetDescription() {
 void CRecordset::MoveNext() {
     if (m_isEOF)
         return;
-    const RETCODE code = FetchRow();
-    if (code == SQL_NO_DATA)
-        m_isEOF = TRUE;
-    else if (!Succeeded(code))
+    WithMemoryErrors([this] {
+        m_isEOF = !FetchRow();
+        if (m_isEOF || !m_result->fields)
+            return;
+        m_result->fields->BeginLoading();
+        DoFieldExchange(m_result->fields.get());
+    });
+}
+
+bool CRecordset::FetchRow() {
+    if (m_result->textRow)
+        return m_result->textRow->Fetch();
+    if (m_result->fields)
+        m_result->fields->ForgetLengths();
+    const RETCODE code = WhileExecuting([this] { return SQLFetch(m_hstmt); });
+    if (!Succeeded(code) && code != SQL_NO_DATA)
         ThrowDBException(code);
-    else if (m_fields)
-        LoadFields();
-}
-
-RETCODE CRecordset::FetchRow() {
-    try {
-        return m_textRow ? m_textRow->Fetch() : WhileExecuting([&] { return SQLFetch(m_hstmt); });
-    } catch (const std::bad_alloc&) {
-        throw CMemoryException();
-    }
-}
-
-void CRecordset::LoadFields() {
-    m_fields->BeginLoading();
-    DoFieldExchange(m_fields.get());
+    return code != SQL_NO_DATA;
 }
 
 void CRecordset::GetODBCFieldInfo(short index, CODBCFieldInfo& info) const {
@@ -143,28 +154,26 @@ CString CRecordset::GetDefaultSQL() {
 void CRecordset::DoFieldExchange(CFieldExchange* /*exchange*/) {}
 
 void CRecordset::ReadColumnText(short index, CString& value) {
-    if (!m_textRow)
-        ThrowDBException(CDBException::kFieldIndexOutOfRange);
-    try {
-        const auto narrow = m_textRow->Read(index);
-        if (!narrow) {
-            value.Empty();
-            return;
-        }
+    if (m_isEOF || !m_result->textRow)
+        throw kortavin::odbc::MakeOwnError(SQL_ERROR, "24000", "There is no current row.");
+    WithMemoryErrors([&] {
+        const auto narrow = m_result->textRow->Read(index);
         m_converted.clear();
-        if (!m_pDatabase->GetNarrowCharset().ToGbk(m_converted, *narrow))
-            ThrowNotConvertible(index);
+        if (narrow && !m_pDatabase->GetNarrowCharset().ToGbk(m_converted, *narrow)) {
+            const std::string& charset = m_pDatabase->GetNarrowCharset().GetName();
+            ThrowNotUsable(index, ("is not valid text in the character set " + charset).c_str());
+        }
+        if (m_converted.size() > INT_MAX)
+            ThrowNotUsable(index, "is longer than a text can be");
         value.Swap(m_converted);
-    } catch (const std::bad_alloc&) {
-        throw CMemoryException();
-    }
+    });
 }
 
-void CRecordset::ThrowNotConvertible(short index) const {
-    CString what;
-    what.Format("The value of column %d (%s)", index + 1,
-                m_fieldInfos[static_cast<std::size_t>(index)].m_strName.GetString());
-    throw kortavin::odbc::MakeConversionError(what, *m_pDatabase);
+void CRecordset::ThrowNotUsable(short index, const char* why) const {
+    CString text;
+    text.Format("The value of column %d (%s) %s", index + 1,
+                m_fieldInfos[static_cast<std::size_t>(index)].m_strName.GetString(), why);
+    throw kortavin::odbc::MakeOwnError(CDBException::kTextNotConvertible, "22021", text);
 }
 
 void CRecordset::ThrowDBException(RETCODE code) const {

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <new>
-#include <optional>
 #include <vector>
 
 #include "framework/base/object.h"
@@ -10,10 +9,6 @@
 #include "framework/odbc/fieldinfo.h"
 
 class CFieldExchange;
-
-namespace kortavin::odbc {
-class TextRow;
-}
 
 // A read-only, forward-only result of a statement or a catalog call, one row at a time. Derived classes say
 // in Open what is executed. Columns reach the caller either through the members that DoFieldExchange binds,
@@ -30,7 +25,9 @@ class KORTAVIN_API CRecordset : public CObject {
     ~CRecordset() override;  // closes
     const CRuntimeClass* GetRuntimeClass() const override;
 
-    // FALSE when no statement can be allocated. Throws CDBException and CMemoryException, closed again.
+    // Runs `sql` and stands on the first row. `openType` is forwardOnly; CNotSupportedException for any
+    // other. FALSE when no statement can be allocated. Throws CDBException and CMemoryException, closed
+    // again. What was open is closed first.
     virtual BOOL Open(UINT openType, const char* sql, DWORD options) = 0;
     // Ends the result and frees the statement; the recordset can be opened again.
     virtual void Close();
@@ -39,7 +36,7 @@ class KORTAVIN_API CRecordset : public CObject {
     // An empty result is at both marks at once.
     BOOL IsBOF() const { return m_isBOF; }
     BOOL IsEOF() const { return m_isEOF; }
-    // The next row, or the end mark. Nothing happens at the end. Throws CDBException.
+    // The next row, or the end mark. Nothing happens at the end. Throws CDBException and CMemoryException.
     void MoveNext();
 
     // -1 while the result is not described.
@@ -65,8 +62,9 @@ class KORTAVIN_API CRecordset : public CObject {
     virtual void OnSetOptions(HSTMT statement);
     void AllocStatusArrays();
     void PrepareAndExecute();
-    void AllocRowset();  // row buffers, bound to their columns
+    void AllocRowset();
     virtual void PreBindFields();
+    void BindFields();
     // Sets both marks for the beginning of the result, and fetches its first row if it has columns.
     void FetchFirst();
     // Forgets the description, so that a result is described afresh.
@@ -77,7 +75,8 @@ class KORTAVIN_API CRecordset : public CObject {
     void ClosingOnError(Body body);
 
     // The current row's column `index` (from 0, in range) as text; NULL is empty. Throws CDBException, also
-    // where the text is not valid in the connection's character set, and CMemoryException.
+    // where there is no current row or the text is not valid in the connection's character set, and
+    // CMemoryException; the value is then as it was.
     void ReadColumnText(short index, CString& value);
 
     [[noreturn]] void ThrowDBException(RETCODE code) const;
@@ -90,19 +89,19 @@ class KORTAVIN_API CRecordset : public CObject {
   private:
     friend class CDatabase;
 
+    struct Result;
+
     void ReleaseStatement();
-    RETCODE FetchRow();
-    void LoadFields();
-    [[noreturn]] void ThrowNotConvertible(short index) const;
+    bool FetchRow();
+    [[noreturn]] void ThrowNotUsable(short index, const char* why) const;
 
     BOOL m_isOpen = FALSE;
     BOOL m_isBOF = TRUE;
     BOOL m_isEOF = TRUE;
     DWORD m_options = none;
     CString m_strSQL;
-    std::unique_ptr<CFieldExchange> m_fields;
-    std::unique_ptr<kortavin::odbc::TextRow> m_textRow;
-    std::string m_converted;  // kept between values, for its capacity
+    std::unique_ptr<Result> m_result;  // the statement and its row buffers; null while closed
+    std::string m_converted;           // kept between values, for the room it has
 };
 
 template <class Body>

@@ -12,8 +12,6 @@ namespace {
 // Buffers fit the values: some drivers fill them up to the end at each fetch.
 constexpr SQLLEN kUsualText = 256;
 constexpr SQLLEN kLongestBoundText = 16 * 1024;
-constexpr std::size_t kFirstPiece = 4096;
-constexpr std::size_t kLargestPiece = 1024 * 1024;
 
 // Bytes for a value of the column as text, its zero byte included.
 SQLLEN TextSize(const CODBCFieldInfo& column) {
@@ -43,45 +41,30 @@ SQLLEN TextSize(const CODBCFieldInfo& column) {
     }
 }
 
-SQLLEN SizeFor(const auto& column) {
-    if (column.wanted > kLongestBoundText)
-        return column.size;
-    SQLLEN size = column.size;
-    while (size < column.wanted)
+SQLLEN Grown(SQLLEN size, SQLLEN wanted) {
+    if (wanted > kLongestBoundText)
+        return size;
+    while (size < wanted)
         size *= 2;
     return size;
 }
 
-// Whether an error is a value's own: data exceptions and conversions that do not exist.
+// Whether an error is a value's own: data exceptions, and conversions that do not exist.
 bool BlamesValue(const CDBException& error) {
-    const CString state = error.GetState();
-    return state.Left(2) == "22" || state.Left(2) == "07";
-}
-
-bool IsOutOfRange(const CDBException& error) {
-    return error.m_strStateNativeOrigin.Find("State:22003") >= 0;
+    const std::string state(error.GetState().View());
+    return state.starts_with("22") || state.starts_with("07");
 }
 
 }  // namespace
 
-RETCODE GetData(const CDatabase* database, HSTMT statement, SQLUSMALLINT column, SQLSMALLINT targetType,
-                SQLPOINTER buffer, SQLLEN size, SQLLEN& length) {
-    length = SQL_NULL_DATA;
-    const SQLRETURN code =
-        WhileExecuting([&] { return SQLGetData(statement, column, targetType, buffer, size, &length); });
-    if (Succeeded(code))
-        return code;
-    const CDBException error = MakeError(code, database, statement);
-    if (code == SQL_NO_DATA || !IsOutOfRange(error))
-        throw error;
-    return code;
-}
-
 TextRow::TextRow(const CDatabase& database, HSTMT statement, std::span<const CODBCFieldInfo> columns)
-    : m_database(database), m_statement(statement), m_columns(columns.size()), m_lengths(columns.size()) {
-    std::ranges::transform(columns, m_columns.begin(), [](const CODBCFieldInfo& info) {
-        return Column{nullptr, TextSize(info), 0};
-    });
+    : m_database(database),
+      m_statement(statement),
+      m_columns(columns.size()),
+      m_lengths(columns.size()),
+      m_reader(database, statement) {
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        m_columns[i].size = TextSize(columns[i]);
 }
 
 bool TextRow::CanReadBoundColumns() const {
@@ -93,63 +76,72 @@ bool TextRow::CanReadBoundColumns() const {
     return Succeeded(code) && (extensions & kNeeded) == kNeeded;
 }
 
+void TextRow::PrepareBinding() {
+    if (m_binding == Binding::BeforeFirstRow)
+        m_binding = Binding::OnFirstRow;
+    else if (m_binding == Binding::OnFirstRow)
+        BindAll();
+    else if (m_anyCut)
+        BindLargerWhereCut();
+}
+
 void TextRow::BindAll() {
     m_binding = Binding::Done;
     if (!CanReadBoundColumns())
         return;
     for (std::size_t i = 0; i < m_columns.size(); ++i)
-        Bind(static_cast<short>(i), SizeFor(m_columns[i]));
+        Bind(i, Grown(m_columns[i].size, m_columns[i].wanted));
 }
 
 // A column that cannot be bound is read by SQLGetData.
-void TextRow::Bind(short index, SQLLEN size) {
-    Column& column = m_columns[static_cast<std::size_t>(index)];
+void TextRow::Bind(std::size_t index, SQLLEN size) {
     auto buffer = std::make_unique<char[]>(static_cast<std::size_t>(size));
     const SQLRETURN code = SQLBindCol(m_statement, static_cast<SQLUSMALLINT>(index + 1), SQL_C_CHAR,
-                                      buffer.get(), size, &m_lengths[static_cast<std::size_t>(index)]);
+                                      buffer.get(), size, &m_lengths[index]);
     if (!Succeeded(code))
         return;  // an earlier, smaller buffer stays bound
-    column.buffer = std::move(buffer);
-    column.size = size;
+    m_columns[index].buffer = std::move(buffer);
+    m_columns[index].size = size;
 }
 
 void TextRow::BindLargerWhereCut() {
     m_anyCut = false;
-    for (std::size_t i = 0; i < m_columns.size(); ++i)
-        if (const SQLLEN size = SizeFor(m_columns[i]); size > m_columns[i].size)
-            Bind(static_cast<short>(i), size);
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        const Column& column = m_columns[i];
+        const SQLLEN size = Grown(column.size, column.wanted);
+        if (column.buffer != nullptr && size > column.size)
+            Bind(i, size);
+    }
 }
 
-RETCODE TextRow::Fetch() {
-    m_boundRowFailed = false;
+bool TextRow::IsBound() const {
+    return std::ranges::any_of(m_columns, [](const Column& column) { return column.buffer != nullptr; });
+}
+
+bool TextRow::Fetch() {
+    m_fetchFailed = false;
     m_first.reset();
-    m_longColumn = -1;
-    if (m_binding == Binding::AfterFirstRow)
-        BindAll();
-    else if (m_anyCut)
-        BindLargerWhereCut();
+    m_readColumn = -1;
+    PrepareBinding();
+    // A length that the driver does not write means that the value has to be asked for.
+    std::ranges::fill(m_lengths, SQLLEN{SQL_NO_TOTAL});
     const SQLRETURN code = WhileExecuting([&] { return SQLFetch(m_statement); });
-    if (m_binding == Binding::BeforeFirstRow)
-        m_binding = Binding::AfterFirstRow;
+    m_fetchWarned = code == SQL_SUCCESS_WITH_INFO;
     if (Succeeded(code) || code == SQL_NO_DATA)
-        return code;
+        return code != SQL_NO_DATA;
 
     const CDBException error = MakeError(code, &m_database, m_statement);
-    if (!WasBound() || !BlamesValue(error))
+    if (!IsBound() || !BlamesValue(error))
         throw error;
-    m_boundRowFailed = true;
     ReadFirstAhead(error);
-    return SQL_SUCCESS;
-}
-
-bool TextRow::WasBound() const {
-    return std::ranges::any_of(m_columns, [](const Column& column) { return column.buffer != nullptr; });
+    m_fetchFailed = true;
+    return true;
 }
 
 // A driver that failed in one value is on the row; one that failed to fetch is not, and then refuses every
 // value for a reason of another kind.
 void TextRow::ReadFirstAhead(const CDBException& fetchError) {
-    ReadAhead first;
+    Outcome first;
     try {
         if (const auto value = ReadByGetData(0))
             first.value.emplace(*value);
@@ -161,20 +153,27 @@ void TextRow::ReadFirstAhead(const CDBException& fetchError) {
     m_first = std::move(first);
 }
 
+// Where the fetch warned of anything, a driver may have cut a value short of the buffer, so as not to split a
+// character, and reported its whole length.
+bool TextRow::CameWhole(const Column& column, SQLLEN length) const {
+    if (length < 0 || length >= column.size)
+        return false;
+    return !m_fetchWarned ||
+           std::memchr(column.buffer.get(), '\0', static_cast<std::size_t>(length)) == nullptr;
+}
+
 std::optional<std::string_view> TextRow::Read(short index) {
-    if (m_boundRowFailed) {
-        if (index != 0)
-            return ReadByGetData(index);
+    if (m_fetchFailed && index == 0) {
         if (m_first->error)
             throw *m_first->error;
         return m_first->value;
     }
     Column& column = m_columns[static_cast<std::size_t>(index)];
-    if (column.buffer != nullptr) {
+    if (column.buffer != nullptr && !m_fetchFailed) {
         const SQLLEN length = m_lengths[static_cast<std::size_t>(index)];
         if (length == SQL_NULL_DATA)
             return std::nullopt;
-        if (length >= 0 && length < column.size)
+        if (CameWhole(column, length))
             return std::string_view(column.buffer.get(), static_cast<std::size_t>(length));
         m_anyCut = true;
     }
@@ -184,53 +183,13 @@ std::optional<std::string_view> TextRow::Read(short index) {
     return value;
 }
 
-// The statement's last call warned of a value that was cut.
-bool TextRow::WasTruncated() const {
-    return MakeError(SQL_SUCCESS_WITH_INFO, &m_database, m_statement).GetState() == "01004";
-}
-
-// Reads a value piece by piece. What counts as received is what the driver reported, never more than the
-// buffer held, and less where a driver ended a piece early so as not to split a character.
 std::optional<std::string_view> TextRow::ReadByGetData(short index) {
-    if (index == m_longColumn)
-        return std::string_view(m_long.data(), m_longLength);
-    m_longColumn = -1;
-    const auto column = static_cast<SQLUSMALLINT>(index + 1);
-    std::size_t received = 0;
-    std::size_t piece = kFirstPiece;
-    for (bool more = true; more; piece = std::min(piece * 2, kLargestPiece)) {
-        if (m_long.size() < received + piece)
-            m_long.resize(received + piece);
-        char* const buffer = m_long.data() + received;
-        const auto size = static_cast<SQLLEN>(m_long.size() - received);
-        buffer[size - 1] = '.';  // a full piece ends with a zero byte here
-        buffer[0] = '\0';
-        SQLLEN length = SQL_NULL_DATA;
-        RETCODE code = SQL_SUCCESS;
-        try {
-            code = GetData(&m_database, m_statement, column, SQL_C_CHAR, buffer, size, length);
-        } catch (const CDBException& error) {
-            // The end of a value whose last piece was a full one.
-            if (error.m_nRetCode == SQL_NO_DATA && received > 0)
-                break;
-            throw;
-        }
-        if (length == SQL_NULL_DATA && received == 0)
-            return std::nullopt;
-        bool cut = length == SQL_NO_TOTAL || length >= size;
-        SQLLEN got = cut ? size - 1 : std::max<SQLLEN>(length, 0);
-        if (cut && buffer[size - 1] != '\0') {
-            got = static_cast<SQLLEN>(strnlen(buffer, static_cast<std::size_t>(got)));
-        } else if (!cut && code == SQL_SUCCESS_WITH_INFO && WasTruncated()) {
-            got = static_cast<SQLLEN>(strnlen(buffer, static_cast<std::size_t>(got)));
-            cut = got < length;
-        }
-        received += static_cast<std::size_t>(got);
-        more = cut && got > 0 && Succeeded(code);
-    }
-    m_longLength = received;
-    m_longColumn = index;
-    return std::string_view(m_long.data(), received);
+    if (index == m_readColumn)
+        return m_read;
+    m_readColumn = -1;
+    m_read = m_reader.Read(static_cast<SQLUSMALLINT>(index + 1));
+    m_readColumn = index;
+    return m_read;
 }
 
 }  // namespace kortavin::odbc

@@ -10,16 +10,11 @@
 #include "framework/odbc/dbexception.h"
 #include "framework/odbc/fieldinfo.h"
 #include "framework/odbc/handles.h"
+#include "framework/odbc/piecereader.h"
 
 class CDatabase;
 
 namespace kortavin::odbc {
-
-// One SQLGetData call, repeated while it is still executing. A value out of range (SQLSTATE 22003) is no
-// failure; every other one is thrown, that there is no data (100) too. `length` is what the driver reported,
-// SQL_NULL_DATA where it reported nothing. Answers the call's code.
-RETCODE GetData(const CDatabase* database, HSTMT statement, SQLUSMALLINT column, SQLSMALLINT targetType,
-                SQLPOINTER buffer, SQLLEN size, SQLLEN& length);
 
 // The current row of a result, each value as the driver's text in the connection's narrow character set.
 //
@@ -35,45 +30,48 @@ class TextRow {
     TextRow(const TextRow&) = delete;
     TextRow& operator=(const TextRow&) = delete;
 
-    // Fetches the next row and answers SQLFetch's code. Throws only for a row that the driver failed to
-    // position on although it blamed a value.
-    RETCODE Fetch();
+    // Fetches the next row; false at the end. Throws CDBException where there is no row to read; a fetch that
+    // failed for a value only is a row, and the value's error comes from Read.
+    bool Fetch();
 
-    // The value of a column (from 0); nothing for NULL. Valid until the next call. Throws CDBException.
+    // The value of a column (from 0) of a fetched row; nothing for NULL. Valid until the next call. Throws
+    // CDBException.
     std::optional<std::string_view> Read(short column);
 
   private:
+    enum class Binding { BeforeFirstRow, OnFirstRow, Done };
     struct Column {
         std::unique_ptr<char[]> buffer;  // null: not bound
         SQLLEN size = 0;                 // what its values usually need
         SQLLEN wanted = 0;               // what the longest one read by SQLGetData would have needed
     };
-    struct ReadAhead {  // the outcome of reading the first column of a row whose fetch failed
+    struct Outcome {  // of reading a value ahead
         std::optional<std::string> value;
         std::optional<CDBException> error;
     };
 
     bool CanReadBoundColumns() const;
+    void PrepareBinding();
     void BindAll();
-    void Bind(short column, SQLLEN size);
+    void Bind(std::size_t column, SQLLEN size);
     void BindLargerWhereCut();
-    bool WasBound() const;
+    bool IsBound() const;
+    bool CameWhole(const Column& column, SQLLEN length) const;
     void ReadFirstAhead(const CDBException& fetchError);
     std::optional<std::string_view> ReadByGetData(short column);
-    bool WasTruncated() const;
 
     const CDatabase& m_database;
     HSTMT m_statement;
     std::vector<Column> m_columns;
     std::vector<SQLLEN> m_lengths;  // the driver writes them at each fetch
-    enum class Binding { BeforeFirstRow, AfterFirstRow, Done };
     Binding m_binding = Binding::BeforeFirstRow;
     bool m_anyCut = false;
-    bool m_boundRowFailed = false;
-    std::optional<ReadAhead> m_first;
-    std::string m_long;  // a value read by SQLGetData, with room behind it
-    std::size_t m_longLength = 0;
-    short m_longColumn = -1;  // whose value it is; SQLGetData gives each one once
+    bool m_fetchWarned = false;
+    bool m_fetchFailed = false;
+    std::optional<Outcome> m_first;  // the first column's, where the fetch failed
+    PieceReader m_reader;
+    std::optional<std::string_view> m_read;  // the last value from the reader,
+    short m_readColumn = -1;                 // and whose it is
 };
 
 }  // namespace kortavin::odbc

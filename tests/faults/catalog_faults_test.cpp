@@ -207,23 +207,17 @@ TEST_F(CatalogFaults, ConnectionThatDiesKeepsTheNamesReadSoFar) {
 }
 
 TEST_F(CatalogFaults, LongNamesAreCutAt255BytesButNotInsideACharacter) {
-    const auto times = [](int count, const std::string& text) {
-        std::string all;
-        for (int i = 0; i < count; ++i)
-            all += text;
-        return all;
-    };
-    const std::string names[] = {times(255, "x"),       times(256, "x"),        times(5000, "x"),
-                                 times(200, "道"),      "x" + times(200, "路"), "xy" + times(3000, "道"),
-                                 "x" + times(100, "😀"), "路" + times(64, "😀")};
-    const std::string kept[] = {times(255, "x"),
-                                times(255, "x"),
-                                times(255, "x"),
-                                Gbk(times(127, "道")),
-                                Gbk("x" + times(127, "路")),
-                                Gbk("xy" + times(126, "道")),
-                                Gbk("x" + times(63, "😀")),
-                                Gbk("路" + times(63, "😀"))};
+    const std::string names[] = {Times(255, "x"),       Times(256, "x"),        Times(5000, "x"),
+                                 Times(200, "道"),      "x" + Times(200, "路"), "xy" + Times(3000, "道"),
+                                 "x" + Times(100, "😀"), "路" + Times(64, "😀")};
+    const std::string kept[] = {Times(255, "x"),
+                                Times(255, "x"),
+                                Times(255, "x"),
+                                Gbk(Times(127, "道")),
+                                Gbk("x" + Times(127, "路")),
+                                Gbk("xy" + Times(126, "道")),
+                                Gbk("x" + Times(63, "😀")),
+                                Gbk("路" + Times(63, "😀"))};
     for (const std::string charset : {"UTF-8", "GB18030"}) {
         for (std::size_t i = 0; i < std::size(names); ++i) {
             for (const bool knowsTotal : {true, false}) {

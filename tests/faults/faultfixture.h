@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <memory>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,6 +28,13 @@ using Strings = std::vector<std::string>;
 
 inline std::string Gbk(const std::string& utf8) {
     return std::string(CString::FromUtf8(utf8).value().View());
+}
+
+inline std::string Times(int count, const std::string& text) {
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += text;
+    return all;
 }
 
 // The database error that an action throws; nothing when it throws none.

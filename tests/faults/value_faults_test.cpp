@@ -2,7 +2,6 @@
 
 #include <sqlext.h>
 
-#include <limits>
 #include <span>
 
 namespace kortavin::testing {
@@ -13,13 +12,6 @@ struct Case {
     Value value;
     std::string outcome;  // the text, or "!state message"
 };
-
-std::string Times(int count, const std::string& text) {
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
 
 // Long values by their length and a sum, for outcomes that people can read.
 std::string Shown(const std::string& value) {
