@@ -26,6 +26,8 @@ class KORTAVIN_API _CRecordsetEx : public CRecordset {
     // Column `index` (from 0) of the current row in the driver's own text form; NULL is empty. Without result
     // columns nothing happens. Throws CDBException, with kFieldIndexOutOfRange outside the columns and
     // kTextNotConvertible for text that is not valid in the connection's character set, and CMemoryException.
+    // Read each value of a row once: whether a driver gives a value again is its own matter (it may answer
+    // that there is no more data, code 100).
     void ReadFieldText(short index, CString& value);
 
     // One SQLGetData call for `column` (from 1), repeated while it is still executing. Answers the length

@@ -45,8 +45,8 @@ class KORTAVIN_API CString {
     char* GetBufferSetLength(int length);
     void ReleaseBuffer(int length = -1);
 
-    // Exchanges the text, and the room it has, with a plain string's.
-    void Swap(std::string& text) noexcept { m_text.swap(text); }
+    // The bytes themselves, for writing a text in place. They must stay within INT_MAX.
+    std::string& GetStorage() { return m_text; }
 
     CString& operator+=(const CString& text);
     CString& operator+=(const char* text);

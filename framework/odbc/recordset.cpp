@@ -158,14 +158,16 @@ void CRecordset::ReadColumnText(short index, CString& value) {
         throw kortavin::odbc::MakeOwnError(SQL_ERROR, "24000", "There is no current row.");
     WithMemoryErrors([&] {
         const auto narrow = m_result->textRow->Read(index);
-        m_converted.clear();
-        if (narrow && !m_pDatabase->GetNarrowCharset().ToGbk(m_converted, *narrow)) {
-            const std::string& charset = m_pDatabase->GetNarrowCharset().GetName();
-            ThrowNotUsable(index, ("is not valid text in the character set " + charset).c_str());
-        }
-        if (m_converted.size() > INT_MAX)
+        if (!narrow)
+            return value.Empty();
+        const auto& charset = m_pDatabase->GetNarrowCharset();
+        std::string& text = value.GetStorage();
+        if (!charset.ToGbk(text, *narrow))
+            ThrowNotUsable(index, ("is not valid text in the character set " + charset.GetName()).c_str());
+        if (text.size() > INT_MAX) {
+            value.Empty();
             ThrowNotUsable(index, "is longer than a text can be");
-        value.Swap(m_converted);
+        }
     });
 }
 

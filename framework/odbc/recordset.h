@@ -76,7 +76,7 @@ class KORTAVIN_API CRecordset : public CObject {
 
     // The current row's column `index` (from 0, in range) as text; NULL is empty. Throws CDBException, also
     // where there is no current row or the text is not valid in the connection's character set, and
-    // CMemoryException; the value is then as it was.
+    // CMemoryException.
     void ReadColumnText(short index, CString& value);
 
     [[noreturn]] void ThrowDBException(RETCODE code) const;
@@ -101,7 +101,6 @@ class KORTAVIN_API CRecordset : public CObject {
     DWORD m_options = none;
     CString m_strSQL;
     std::unique_ptr<Result> m_result;  // the statement and its row buffers; null while closed
-    std::string m_converted;           // kept between values, for the room it has
 };
 
 template <class Body>

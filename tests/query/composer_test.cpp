@@ -3,6 +3,7 @@
 #include <map>
 #include <stdexcept>
 
+#include "query/clauses.h"
 #include "query/definition.h"
 
 using namespace kortavin::query;

@@ -34,6 +34,10 @@ bool ServersAreRequired() {
 
 }  // namespace
 
+void PrintTo(Backend backend, std::ostream* out) {
+    *out << FactsOf(backend).name;
+}
+
 std::string BackendName(const testing::TestParamInfo<Backend>& info) {
     return FactsOf(info.param).name;
 }

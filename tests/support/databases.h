@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ namespace kortavin::test {
 
 enum class Backend { Sqlite, PostgresqlAnsi, PostgresqlUnicode, Mariadb };
 
+void PrintTo(Backend backend, std::ostream* out);
 std::string BackendName(const testing::TestParamInfo<Backend>& info);
 
 std::string Gbk(const std::string& utf8);

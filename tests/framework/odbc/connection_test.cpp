@@ -123,6 +123,10 @@ struct SecretCase {
     const char* shown;
 };
 
+void PrintTo(const SecretCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
 class Secrets : public testing::TestWithParam<SecretCase> {};
 
 }  // namespace
