@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <string_view>
 
 namespace kortavin::test {
 namespace {
@@ -11,35 +10,20 @@ namespace {
 struct BackendFacts {
     const char* name;
     const char* variable;  // of the environment; null: needs none
-    char quote;
-    const char* longText;
 };
 
 // By Backend.
 constexpr BackendFacts kFacts[] = {
-    {"Sqlite", nullptr, '"', "text"},
-    {"PostgresqlAnsi", "KORTAVIN_TEST_POSTGRESQL_ANSI", '"', "text"},
-    {"PostgresqlUnicode", "KORTAVIN_TEST_POSTGRESQL_UNICODE", '"', "text"},
-    {"Mariadb", "KORTAVIN_TEST_MARIADB", '`', "longtext"},
+    {"Sqlite", nullptr},
+    {"PostgresqlAnsi", "KORTAVIN_TEST_POSTGRESQL_ANSI"},
+    {"PostgresqlUnicode", "KORTAVIN_TEST_POSTGRESQL_UNICODE"},
+    {"Mariadb", "KORTAVIN_TEST_MARIADB"},
 };
-
-const BackendFacts& FactsOf(Backend backend) {
-    return kFacts[static_cast<int>(backend)];
-}
-
-bool ServersAreRequired() {
-    const char* const required = std::getenv("KORTAVIN_REQUIRE_SERVERS");
-    return required != nullptr && std::string_view(required) == "1";
-}
 
 }  // namespace
 
-void PrintTo(Backend backend, std::ostream* out) {
-    *out << FactsOf(backend).name;
-}
-
 std::string BackendName(const testing::TestParamInfo<Backend>& info) {
-    return FactsOf(info.param).name;
+    return kFacts[static_cast<int>(info.param)].name;
 }
 
 std::string Gbk(const std::string& utf8) {
@@ -59,20 +43,17 @@ std::vector<Row> RestOf(_CRecordsetEx& recordset) {
     return rows;
 }
 
-DatabaseFixture::DatabaseFixture(Backend backend) : m_backend(backend) {}
-
 void DatabaseFixture::SetUp() {
-    const char* const variable = FactsOf(m_backend).variable;
-    const char* const told = variable != nullptr ? std::getenv(variable) : nullptr;
+    const char* const variable = kFacts[static_cast<int>(m_backend)].variable;
     if (variable == nullptr)
         m_connectionString = "Driver=SQLite3;Database=" + (m_folder / "test.db") + ";StepAPI=1";
-    else if (told != nullptr)
+    else if (const char* const told = std::getenv(variable))
         m_connectionString = told;
-    else if (ServersAreRequired())
+    else if (std::getenv("KORTAVIN_REQUIRE_SERVERS") != nullptr)
         FAIL() << variable << " is not set, but KORTAVIN_REQUIRE_SERVERS is";
     else
         GTEST_SKIP() << variable << " is not set";
-    m_database.Open(CString(Gbk(m_connectionString)));
+    Open();
 }
 
 // On a connection of its own: the test may have closed the first one, or left it in any state.
@@ -81,9 +62,13 @@ void DatabaseFixture::TearDown() {
     if (m_made.empty())
         return;
     m_database.SetNarrowCharset("");
-    m_database.Open(CString(Gbk(m_connectionString)));
+    Open();
     for (; !m_made.empty(); m_made.pop_back())
         Execute("DROP " + m_made.back());
+}
+
+void DatabaseFixture::Open(const std::string& moreOptions) {
+    m_database.Open(CString(Gbk(m_connectionString + moreOptions)));
 }
 
 std::string DatabaseFixture::Make(const std::string& kind, const std::string& name,
@@ -94,14 +79,6 @@ std::string DatabaseFixture::Make(const std::string& kind, const std::string& na
     return made;
 }
 
-std::string DatabaseFixture::MakeTable(const std::string& name, const std::string& columns) {
-    return Make("TABLE", name, "(" + columns + ")");
-}
-
-std::string DatabaseFixture::MakeView(const std::string& name, const std::string& select) {
-    return Make("VIEW", name, "AS " + select);
-}
-
 void DatabaseFixture::Execute(const std::string& sql) {
     m_database.ExecuteSQL(CString(Gbk(sql)));
 }
@@ -110,15 +87,6 @@ std::vector<Row> DatabaseFixture::Query(const std::string& sql) {
     _CRecordsetEx recordset(&m_database);
     recordset.OpenSql(CString(Gbk(sql)));
     return RestOf(recordset);
-}
-
-std::string DatabaseFixture::Quoted(const std::string& name) const {
-    const char quote = FactsOf(m_backend).quote;
-    return quote + name + quote;
-}
-
-std::string DatabaseFixture::LongTextType() const {
-    return FactsOf(m_backend).longText;
 }
 
 }  // namespace kortavin::test
