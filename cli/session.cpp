@@ -64,8 +64,8 @@ CString SqliteConnection(const std::string& path, const std::string& extra) {
 }
 
 MessageCollector::MessageCollector() {
-    window::SetMessageBoxHandler([this](const CString& text, UINT) {
-        m_messages.push_back(DisplayLines(text));
+    window::SetMessageBoxHandler([this](const char* text, UINT) {
+        m_messages.push_back(DisplayLines(CString(text)));
         return IDOK;
     });
 }

@@ -15,8 +15,20 @@ static_assert(sizeof(CGeoDatabase) == sizeof(CDatabase), "its object is exactly 
 
 namespace {
 
-CString Report(const CDBException& error) {
-    return error.m_strError + error.m_strStateNativeOrigin;
+CString Report(const CDBException& error, const char* withoutMemory) {
+    try {
+        return error.m_strError + error.m_strStateNativeOrigin;
+    } catch (const std::bad_alloc&) {
+        return withoutMemory;
+    }
+}
+
+void Show(const CString& report) {
+    try {
+        if (!report.IsEmpty())
+            AfxMessageBox(report);
+    } catch (const std::bad_alloc&) {  // there is no memory even for a box
+    }
 }
 
 CString Bracketed(const CString& name) {
@@ -51,12 +63,11 @@ BOOL CGeoDatabase::GetAllTables(CStringArray& tables) {
                 tables.Add(catalog.m_strName);
         });
     } catch (const CDBException& error) {
-        report = Report(error);
+        report = Report(error, Text(TextId::MemoryError));
     } catch (const CMemoryException&) {
         report = Text(TextId::MemoryError);
     }
-    if (!report.IsEmpty())
-        AfxMessageBox(report);
+    Show(report);
     return result;
 }
 
@@ -74,12 +85,11 @@ BOOL CGeoDatabase::GetColumnList(const CString& table, CStringArray& columns) {
             }
         });
     } catch (const CDBException& error) {
-        report = Report(error);
+        report = Report(error, "Out-of-memory");
     } catch (const CMemoryException&) {
         report = "Out-of-memory";
     }
-    if (!report.IsEmpty())
-        AfxMessageBox(report);
+    Show(report);
     return result;
 }
 

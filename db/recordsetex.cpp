@@ -44,6 +44,7 @@ BOOL _CRecordsetEx::Open(UINT openType, const char* sql, DWORD options) {
 }
 
 void _CRecordsetEx::OpenSql(const CString& sql) {
+    kortavin::odbc::RefuseZeroBytes(sql.View());
     Open(forwardOnly, sql, executeDirect);
 }
 

@@ -47,11 +47,13 @@ CODBCFieldInfo* CQuerySql::GetFieldsInfo(CString& sql, int& count) {
 }
 
 CODBCFieldInfo* CQuerySql::GetFieldsInfo(void* recordset, int& count) {
-    const auto columns = kortavin::service::DescribeResult(*static_cast<_CRecordsetEx*>(recordset));
-    auto infos = std::make_unique<CODBCFieldInfo[]>(columns.size());
-    std::ranges::copy(columns, infos.get());
-    count = static_cast<int>(columns.size());
-    return infos.release();
+    return WithMemoryErrors([&] {
+        const auto columns = kortavin::service::DescribeResult(*static_cast<_CRecordsetEx*>(recordset));
+        auto infos = std::make_unique<CODBCFieldInfo[]>(columns.size());
+        std::ranges::copy(columns, infos.get());
+        count = static_cast<int>(columns.size());
+        return infos.release();
+    });
 }
 
 void CQuerySql::ReleaseFieldsInfo(CODBCFieldInfo* fieldsInfo) {

@@ -166,16 +166,13 @@ CString CDatabase::MakeReadable(std::string_view narrow) const {
 }
 
 std::string CDatabase::ToNarrow(std::string_view gbk) const {
+    kortavin::odbc::RefuseZeroBytes(gbk);
     std::string narrow;
-    CString refusal;
-    if (gbk.find('\0') != gbk.npos)  // the driver would take the text up to there only
-        refusal = "The text holds a zero byte.";
-    else if (!m_state->charset.FromGbk(narrow, gbk))
-        refusal = CString("The text has no form in the connection's character set ") +
-                  m_state->charset.GetName().c_str();
-    else
+    if (m_state->charset.FromGbk(narrow, gbk))
         return narrow;
-    throw kortavin::odbc::MakeOwnError(CDBException::kTextNotConvertible, "22021", refusal);
+    const CString text = CString("The text has no form in the connection's character set ") +
+                         m_state->charset.GetName().c_str();
+    throw kortavin::odbc::MakeOwnError(CDBException::kTextNotConvertible, "22021", text);
 }
 
 std::optional<CString> CDatabase::FromNarrow(std::string_view narrow, bool wasCut) const {

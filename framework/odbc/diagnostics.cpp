@@ -148,6 +148,11 @@ CDBException MakeOwnError(RETCODE code, const char* state, const CString& text) 
     return {code, text + "\n", line};
 }
 
+void RefuseZeroBytes(std::string_view text) {
+    if (text.find('\0') != text.npos)
+        throw MakeOwnError(CDBException::kTextNotConvertible, "22021", "The text holds a zero byte.");
+}
+
 CDBException MakeConversionError(const CString& what, const CDatabase& database) {
     const CString text =
         what + " is not valid text in the character set " + database.GetNarrowCharset().GetName().c_str();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "framework/odbc/dbexception.h"
 #include "framework/odbc/handles.h"
 
@@ -16,6 +18,9 @@ CDBException MakeConnectError(RETCODE code, const CDatabase& database, HDBC conn
 
 // An error of this layer's own; `state` is a five-character SQLSTATE.
 CDBException MakeOwnError(RETCODE code, const char* state, const CString& text);
+
+// Throws for a text that the driver would take up to a zero byte only.
+void RefuseZeroBytes(std::string_view text);
 
 // "`what` is not valid text in the character set UTF-8": for a value or a name of the driver's.
 CDBException MakeConversionError(const CString& what, const CDatabase& database);

@@ -41,6 +41,7 @@ std::optional<std::string_view> PieceReader::Read(SQLUSMALLINT column) {
     if (m_text.size() > kLargestPiece)
         m_text = std::string();
     m_received = 0;
+    m_outOfRange = false;
     std::size_t room = kFirstPiece;
     Piece piece = ReadPiece(column, room);
     if (piece == Piece::Null)
@@ -67,6 +68,7 @@ PieceReader::Piece PieceReader::ReadPiece(SQLUSMALLINT column, std::size_t room)
     if (code == SQL_NO_DATA && m_received > 0)
         return Piece::Last;
     RequireInRange(code, &m_database, m_statement);
+    m_outOfRange = m_outOfRange || !Succeeded(code);
     if (length == SQL_NULL_DATA && m_received == 0)
         return Piece::Null;
 

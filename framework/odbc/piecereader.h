@@ -28,6 +28,9 @@ class PieceReader {
     // can be read once: drivers give its end the second time. Throws CDBException.
     std::optional<std::string_view> Read(SQLUSMALLINT column);
 
+    // Whether the last value was out of range; what was received of it was answered all the same.
+    bool WasOutOfRange() const { return m_outOfRange; }
+
   private:
     enum class Piece { Null, Last, MoreToCome };
 
@@ -38,6 +41,7 @@ class PieceReader {
     HSTMT m_statement;
     std::string m_text;  // with room behind the value
     std::size_t m_received = 0;
+    bool m_outOfRange = false;
 };
 
 }  // namespace kortavin::odbc

@@ -94,6 +94,18 @@ std::string Replace(std::string_view text, std::string_view secret) {
     }
 }
 
+// A driver may end its text in the middle of a quoted connection string.
+std::string ReplaceCutOff(std::string text, std::string_view secret) {
+    for (std::size_t length = secret.size(); length-- > 1;) {
+        if (!text.ends_with(secret.substr(0, length)))
+            continue;
+        const std::size_t begin = text.size() - length;
+        if (begin > 0 && (text[begin - 1] == '=' || text[begin - 1] == '{'))
+            return text.substr(0, begin) + "***";
+    }
+    return text;
+}
+
 }  // namespace
 
 SecretFilter::SecretFilter(std::string_view connectionString) {
@@ -110,7 +122,7 @@ SecretFilter::SecretFilter(std::string_view connectionString) {
 std::string SecretFilter::Apply(std::string_view text) const {
     std::string result(text);
     for (const std::string& secret : m_secrets)
-        result = Replace(result, secret);
+        result = ReplaceCutOff(Replace(result, secret), secret);
     return result;
 }
 

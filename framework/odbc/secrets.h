@@ -14,7 +14,7 @@ class SecretFilter {
     explicit SecretFilter(std::string_view connectionString);
 
     // The text with every such value replaced by "***". A value of fewer than four bytes is replaced only
-    // where it stands as a word of its own.
+    // where it stands as a word of its own. The beginning of a value counts where the text ends with it.
     std::string Apply(std::string_view text) const;
 
   private:

@@ -21,7 +21,7 @@ SQLLEN TextSize(const CODBCFieldInfo& column) {
         case SQL_TINYINT:
         case SQL_SMALLINT:
         case SQL_INTEGER:
-            return 16;
+            return 24;
         case SQL_BIGINT:
         case SQL_REAL:
         case SQL_FLOAT:
@@ -32,7 +32,7 @@ SQLLEN TextSize(const CODBCFieldInfo& column) {
             return 40;
         case SQL_NUMERIC:
         case SQL_DECIMAL:
-            return std::clamp<SQLLEN>(precision + 4, 16, kUsualText);
+            return std::clamp<SQLLEN>(precision + 4, 40, kUsualText);
         case SQL_CHAR:
         case SQL_VARCHAR:  // sizes may count characters, of up to four bytes
             return std::clamp<SQLLEN>(precision * 4 + 1, 16, kUsualText);
@@ -119,8 +119,7 @@ bool TextRow::IsBound() const {
 }
 
 bool TextRow::Fetch() {
-    m_fetchFailed = false;
-    m_first.reset();
+    m_outcomes.clear();
     m_readColumn = -1;
     PrepareBinding();
     // A length that the driver does not write means that the value has to be asked for.
@@ -131,26 +130,45 @@ bool TextRow::Fetch() {
         return code != SQL_NO_DATA;
 
     const CDBException error = MakeError(code, &m_database, m_statement);
-    if (!IsBound() || !BlamesValue(error))
+    if (!IsBound())
         throw error;
-    ReadFirstAhead(error);
-    m_fetchFailed = true;
+    ReadAhead(error);
     return true;
 }
 
-// A driver that failed in one value is on the row; one that failed to fetch is not, and then refuses every
-// value for a reason of another kind.
-void TextRow::ReadFirstAhead(const CDBException& fetchError) {
-    Outcome first;
+// Reads the values one by one to learn whether the fetch failed for one of them or for the row.
+void TextRow::ReadAhead(const CDBException& fetchError) {
+    std::vector<Outcome> outcomes;
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        outcomes.push_back(ReadOneAhead(static_cast<short>(i)));
+    m_readColumn = -1;
+    if (!IsOnRow(outcomes))
+        throw fetchError;
+    m_outcomes = std::move(outcomes);
+}
+
+TextRow::Outcome TextRow::ReadOneAhead(short index) {
+    Outcome outcome;
     try {
-        if (const auto value = ReadByGetData(0))
-            first.value.emplace(*value);
+        if (const auto value = ReadByGetData(index))
+            outcome.value.emplace(*value);
+        outcome.outOfRange = m_reader.WasOutOfRange();
     } catch (const CDBException& error) {
-        if (!BlamesValue(error))
-            throw fetchError;
-        first.error = error;
+        outcome.error = error;
     }
-    m_first = std::move(first);
+    return outcome;
+}
+
+// The row is there when a value is at fault and either another one is not, or the fault is such as only
+// values have. Where no value is at fault the row is a former one; where all are, there is none.
+bool TextRow::IsOnRow(std::span<const Outcome> outcomes) {
+    const auto isBlamed = [](const Outcome& o) { return o.outOfRange || (o.error && BlamesValue(*o.error)); };
+    const auto isAtFault = [](const Outcome& o) {
+        return o.outOfRange || (o.error && o.error->m_nRetCode != SQL_NO_DATA);
+    };
+    const auto isFine = [](const Outcome& o) { return !o.outOfRange && !o.error; };
+    return std::ranges::any_of(outcomes, isBlamed) ||
+           (std::ranges::any_of(outcomes, isAtFault) && std::ranges::any_of(outcomes, isFine));
 }
 
 // Where the fetch warned of anything, a driver may have cut a value short of the buffer, so as not to split a
@@ -163,13 +181,14 @@ bool TextRow::CameWhole(const Column& column, SQLLEN length) const {
 }
 
 std::optional<std::string_view> TextRow::Read(short index) {
-    if (m_fetchFailed && index == 0) {
-        if (m_first->error)
-            throw *m_first->error;
-        return m_first->value;
+    if (!m_outcomes.empty()) {
+        const Outcome& outcome = m_outcomes[static_cast<std::size_t>(index)];
+        if (outcome.error)
+            throw *outcome.error;
+        return outcome.value;
     }
     Column& column = m_columns[static_cast<std::size_t>(index)];
-    if (column.buffer != nullptr && !m_fetchFailed) {
+    if (column.buffer != nullptr) {
         const SQLLEN length = m_lengths[static_cast<std::size_t>(index)];
         if (length == SQL_NULL_DATA)
             return std::nullopt;

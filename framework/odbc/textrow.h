@@ -48,6 +48,7 @@ class TextRow {
     struct Outcome {  // of reading a value ahead
         std::optional<std::string> value;
         std::optional<CDBException> error;
+        bool outOfRange = false;
     };
 
     bool CanReadBoundColumns() const;
@@ -57,7 +58,9 @@ class TextRow {
     void BindLargerWhereCut();
     bool IsBound() const;
     bool CameWhole(const Column& column, SQLLEN length) const;
-    void ReadFirstAhead(const CDBException& fetchError);
+    void ReadAhead(const CDBException& fetchError);
+    Outcome ReadOneAhead(short column);
+    static bool IsOnRow(std::span<const Outcome> outcomes);
     std::optional<std::string_view> ReadByGetData(short column);
 
     const CDatabase& m_database;
@@ -67,8 +70,7 @@ class TextRow {
     Binding m_binding = Binding::BeforeFirstRow;
     bool m_anyCut = false;
     bool m_fetchWarned = false;
-    bool m_fetchFailed = false;
-    std::optional<Outcome> m_first;  // the first column's, where the fetch failed
+    std::vector<Outcome> m_outcomes;  // of the whole row, where its fetch failed for a value
     PieceReader m_reader;
     std::optional<std::string_view> m_read;  // the last value from the reader,
     short m_readColumn = -1;                 // and whose it is

@@ -20,5 +20,5 @@ MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
 
 int AfxMessageBox(const char* text, UINT type, UINT /*helpContext*/) {
     const auto handler = kortavin::window::CurrentHandler();
-    return handler ? handler(CString(text), type) : IDOK;
+    return handler ? handler(text != nullptr ? text : "", type) : IDOK;
 }

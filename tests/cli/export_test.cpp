@@ -1,4 +1,5 @@
 #include <csignal>
+#include <thread>
 
 #include "tests/cli/tool.h"
 
@@ -13,141 +14,109 @@ constexpr const char* kBusy =
     "WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c) SELECT count(*) FROM c";
 
 Arguments Export(const std::string& output, const std::string& statement, const Arguments& more = {}) {
-    Arguments arguments = {"export", "-c", SampleDatabase(), "-o", output, statement};
+    Arguments arguments = OnSample("export", {"-o", output, statement});
     arguments.insert(arguments.end(), more.begin(), more.end());
     return arguments;
 }
 
 TEST(Export, WritesTheLayoutsInGbkUnlessTold) {
-    const TemporaryFolder folder;
-    const std::string file = folder.Path("cities.txt");
-    ASSERT_EQ(RunTool(Export(file, kTwoCities)).exitCode, 0);
-    EXPECT_EQ(ReadFile(file),
-              "Id,\xD6\xD0\xCE\xC4\xC3\xFB,Founded\r\n7,\xCE\xE4\xBA\xBA,\r\n57,"
-              "\xBA\xD5\xB6\xFB\xD0\xC1\xBB\xF9,1550-06-12\r\n");
-    ASSERT_EQ(
-        RunTool(Export(file, kTwoCities, {"--layout", "tab", "--quote", "double", "--encoding", "utf-8"}))
-            .exitCode,
-        0);
-    EXPECT_EQ(ReadFile(file),
-              "\"Id\"\t\"中文名\"\t\"Founded\"\r\n7\t\"武汉\"\t\r\n57\t\"赫尔辛基\"\t1550-06-12\r\n");
-    ASSERT_EQ(
-        RunTool(Export(file, kTwoCities, {"--layout", "blank", "--no-header", "--quote", "single"})).exitCode,
-        0);
-    EXPECT_EQ(ReadFile(file),
-              "7 '\xCE\xE4\xBA\xBA' \r\n57 '\xBA\xD5\xB6\xFB\xD0\xC1\xBB\xF9' 1550-06-12\r\n");
-
-    ASSERT_EQ(RunTool(Export(file, kTwoCities, {"--layout", "binary"})).exitCode, 0);
-    const std::string binary = ReadFile(file);
+    const std::vector<std::pair<Arguments, std::string>> cases = {
+        {{},
+         "Id,\xD6\xD0\xCE\xC4\xC3\xFB,Founded\r\n7,\xCE\xE4\xBA\xBA,\r\n57,"
+         "\xBA\xD5\xB6\xFB\xD0\xC1\xBB\xF9,1550-06-12\r\n"},
+        {{"--layout", "tab", "--quote", "double", "--encoding", "utf-8"},
+         "\"Id\"\t\"中文名\"\t\"Founded\"\r\n7\t\"武汉\"\t\r\n57\t\"赫尔辛基\"\t1550-06-12\r\n"},
+        {{"--layout", "blank", "--no-header", "--quote", "single"},
+         "7 '\xCE\xE4\xBA\xBA' \r\n57 '\xBA\xD5\xB6\xFB\xD0\xC1\xBB\xF9' 1550-06-12\r\n"},
+    };
+    const TempFolder folder;
+    const std::string file = folder / "cities";
+    for (const auto& [options, content] : cases) {
+        EXPECT_EQ(RunTool(Export(file, kTwoCities, options)).exitCode, 0);
+        EXPECT_EQ(ContentOf(file), content);
+        EXPECT_EQ(RunTool(Export("-", kTwoCities, options)).output, content);
+    }
+    EXPECT_EQ(RunTool(Export(file, kTwoCities, {"--layout", "binary"})).exitCode, 0);
+    const std::string binary = ContentOf(file);
+    EXPECT_THAT(binary, testing::StartsWith("VESKARDO CORP QUERY DATA"));
     ASSERT_GT(binary.size(), 48U + 118 * 3);
-    EXPECT_EQ(binary.substr(0, 24), "VESKARDO CORP QUERY DATA");
-    EXPECT_EQ(binary.substr(44 + 118 * 3, 4), std::string("\2\0\0\0", 4));
-    EXPECT_EQ(folder.List(), Arguments{"cities.txt"});
-}
-
-TEST(Export, WritesToTheStandardOutput) {
-    const ToolResult text = RunTool(Export("-", kTwoCities, {"--encoding", "utf-8"}));
-    EXPECT_EQ(text.output, "Id,中文名,Founded\r\n7,武汉,\r\n57,赫尔辛基,1550-06-12\r\n");
-    EXPECT_EQ(text.error, "");
+    EXPECT_EQ(binary[44 + 118 * 3], 2);  // rows
     EXPECT_EQ(RunTool(Export("-", "SELECT 7", {"--layout", "binary", "--no-header"})).output,
-              std::string("\1\0\0\0"
-                          "7",
-                          5));
-    const ToolResult full = RunTool(Export("-", kEndless), {.shell = "exec \"$@\" >/dev/full"});
-    EXPECT_EQ(full.exitCode, 1);
-    EXPECT_THAT(full.error, testing::HasSubstr("standard output: No space left"));
-}
-
-TEST(Export, QuietlyEndsWhenNobodyReadsOn) {
-    const ToolResult result =
-        RunTool(Export("-", kEndless), {.shell = "{ \"$@\"; echo \"code $?\" >&2; } | { read -r first; }"});
-    EXPECT_EQ(result.error, "code 1\n");
+              std::string("\1\0\0\0", 4) + "7");
+    EXPECT_EQ(folder.CountEntries(), 1);
 }
 
 TEST(Export, ImpossibleCombinationsAreUsageErrors) {
-    const TemporaryFolder folder;
-    const std::string file = folder.Write("data", "former");
-    EXPECT_EQ(RunTool(Export(file, kTwoCities, {"--layout", "binary", "--encoding", "utf-8"})).exitCode, 2);
-    EXPECT_EQ(RunTool(Export("-", kTwoCities, {"--layout", "binary"})).exitCode, 2);
-    EXPECT_EQ(RunTool(Export(file, kTwoCities, {"--layout", "wide"})).exitCode, 2);
-    EXPECT_EQ(RunTool(Export(file, kTwoCities, {"--quote", "triple"})).exitCode, 2);
-    EXPECT_EQ(ReadFile(file), "former");
-
-    const std::string database = folder.Write("atlas.db", ReadFile(SampleDatabase()));
-    EXPECT_EQ(RunTool({"export", "-c", database, "-o", folder.Path("./atlas.db"), kTwoCities}).exitCode, 2);
-    EXPECT_EQ(ReadFile(database), ReadFile(SampleDatabase()));
+    const TempFolder folder;
+    const std::string file = folder / "data";
+    std::filesystem::copy_file(SampleDatabase(), file);
+    for (const Arguments& arguments :
+         {Export(file, kTwoCities, {"--layout", "binary", "--encoding", "utf-8"}),
+          Export("-", kTwoCities, {"--layout", "binary"}),
+          Export(file, kTwoCities, {"--layout", "wide"}),
+          // the database itself
+          {"export", "-c", file, "-o", folder / "./data", kTwoCities}})
+        EXPECT_EQ(RunTool(arguments).exitCode, 2) << testing::PrintToString(arguments);
+    EXPECT_EQ(ContentOf(file), ContentOf(SampleDatabase()));
 }
 
 TEST(Export, FailureKeepsTheFormerFile) {
-    const TemporaryFolder folder;
-    const std::string file = folder.Write("data.csv", "former");
-    const auto expectRefused = [&](const Arguments& arguments, const std::string& reason,
-                                   const std::string& shell) {
-        const ToolResult result = RunTool(arguments, {.shell = shell});
-        EXPECT_EQ(result.exitCode, 1);
-        EXPECT_THAT(result.error, testing::HasSubstr(reason));
-        EXPECT_EQ(ReadFile(file), "former");
-        EXPECT_EQ(folder.List(), Arguments{"data.csv"});
+    struct Case {
+        Arguments arguments;
+        std::string reason, shell = kPlain;
     };
-    const std::string plain = "exec \"$@\"";
-    expectRefused(Export(file, "SELECT * FROM Nowhere"), "no such table", plain);
-    // The sum overflows with the third row, when two are written.
-    expectRefused(
-        Export(file, "SELECT abs(CASE Id WHEN 3 THEN -9223372036854775807 - 1 ELSE Id END) FROM Cities"),
-        "integer overflow", plain);
-    expectRefused(Export(file, kEndless), "File too large", "ulimit -f 16; " + plain);
-    expectRefused(Export(file, kEndless, {"--encoding", "utf-8"}), "File too large",
-                  "ulimit -f 16; " + plain);
-    EXPECT_EQ(RunTool(Export("/dev/full", kEndless)).exitCode, 1);
-    EXPECT_EQ(RunTool(Export(folder.Path("none/data.csv"), kTwoCities)).exitCode, 1);
-}
-
-TEST(Export, SignalsDiscardTheUnfinishedFileEvenWhileTheDriverIsBusy) {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        const TemporaryFolder folder;
-        const std::string file = folder.Write("data.csv", "former");
-        const TemporaryFolder::Watch watch(folder);
-        RunningTool tool(Export(file, kBusy), RunningTool::Streams::Discarded);
-        watch.WaitForNewFile();
-        tool.Signal(signal);
-        EXPECT_EQ(tool.Wait(), -signal);
-        EXPECT_EQ(ReadFile(file), "former");
-        EXPECT_EQ(folder.List(), Arguments{"data.csv"});
+    const TempFolder folder;
+    const std::string file = folder / "data.csv";
+    MakeFile(file, "former");
+    const std::vector<Case> cases = {
+        {Export(file, "SELECT * FROM Nowhere"), "no such table"},
+        // The sum overflows with the third row, when two are written.
+        {Export(file, "SELECT abs(CASE Id WHEN 3 THEN -9223372036854775807 - 1 ELSE Id END) FROM Cities"),
+         "integer overflow"},
+        {Export(file, kEndless), "File too large", "ulimit -f 16; " + kPlain},
+        {Export(file, kEndless, {"--encoding", "utf-8"}), "File too large", "ulimit -f 16; " + kPlain},
+        {Export("/dev/full", kEndless), "No space left"},
+        {Export("-", kEndless), "standard output: No space left", kPlain + " >/dev/full"},
+        {Export(folder / "none/data.csv", kTwoCities), "No such file"}};
+    for (const auto& [arguments, reason, shell] : cases) {
+        const ToolResult result = RunTool(arguments, {.shell = shell});
+        EXPECT_EQ(result.exitCode, 1) << reason;
+        EXPECT_THAT(result.error, testing::HasSubstr(reason));
+        EXPECT_EQ(ContentOf(file), "former") << reason;
+        EXPECT_EQ(folder.CountEntries(), 1) << reason;
     }
 }
 
-TEST(Export, IgnoredHangupStaysIgnored) {
-    const TemporaryFolder folder;
-    const TemporaryFolder::Watch watch(folder);
-    RunningTool tool(Export(folder.Path("data.csv"), kBusy), RunningTool::Streams::Discarded,
-                     "trap '' HUP; exec \"$@\"");
-    watch.WaitForNewFile();
-    tool.Signal(SIGHUP);
-    tool.Signal(SIGTERM);
-    EXPECT_EQ(tool.Wait(), -SIGTERM);
-    EXPECT_EQ(folder.List(), Arguments{});
+TEST(Export, SignalsDiscardTheUnfinishedFileEvenWhileTheDriverIsBusy) {
+    const std::vector<std::pair<std::string, std::vector<int>>> cases = {
+        {kPlain, {SIGINT}}, {kPlain, {SIGHUP}}, {"trap '' HUP; " + kPlain, {SIGHUP, SIGTERM}}};
+    for (const auto& [shell, signals] : cases) {
+        const TempFolder folder;
+        MakeFile(folder / "data.csv", "former");
+        RunningTool tool(Export(folder / "data.csv", kBusy), shell);
+        while (folder.CountEntries() == 1)
+            std::this_thread::yield();
+        for (const int signal : signals)
+            tool.Signal(signal);
+        EXPECT_EQ(tool.Wait(), -signals.back());
+        EXPECT_EQ(ContentOf(folder / "data.csv"), "former");
+        EXPECT_EQ(folder.CountEntries(), 1);
+    }
 }
 
-TEST(Export, ProgressOnATerminalIsErasedByCtrlC) {
-    const TemporaryFolder folder;
-    const std::string file = folder.Write("data.csv", "former");
-    RunningTool tool(Export(file, kEndless), RunningTool::Streams::Terminal);
-    EXPECT_THAT(tool.ReadUntil("rows/s"), testing::HasSubstr("bytes"));
-    tool.Type("\x03");
-    const std::string shown = tool.ReadToEnd();
-    EXPECT_EQ(tool.Wait(), -SIGINT);
-    EXPECT_THAT(shown, testing::EndsWith("\r\x1b[K"));
-    EXPECT_EQ(folder.List(), Arguments{"data.csv"});
-    EXPECT_EQ(ReadFile(file), "former");
+TEST(Export, ClosedPipeEndsQuietly) {
+    const std::string shell = "{ \"$@\"; echo \"code $?\" >&2; } | { read -r first; }";
+    EXPECT_EQ(RunTool(Export("-", kEndless), {.shell = shell}).error, "code 1\n");
 }
 
-TEST(Export, ProgressOnATerminalEndsWithTheFinalFigures) {
-    const TemporaryFolder folder;
-    RunningTool tool(Export(folder.Path("data.csv"), kTwoCities), RunningTool::Streams::Terminal);
-    const std::string shown = tool.ReadToEnd();
-    EXPECT_EQ(tool.Wait(), 0);
-    EXPECT_THAT(shown, testing::HasSubstr("\r\x1b[K2 rows, 52 bytes"));
-    EXPECT_THAT(shown, testing::EndsWith("rows/s\r\n"));
+TEST(Export, ProgressOnATerminalIsErasedByASignal) {
+    const TempFolder folder;
+    RunningTool endless(Export(folder / "data.csv", kEndless));
+    endless.ReadUntil("rows/s");
+    endless.Signal(SIGINT);
+    EXPECT_THAT(endless.ReadToEnd(), testing::EndsWith("\r\x1b[K"));
+    EXPECT_EQ(endless.Wait(), -SIGINT);
+    EXPECT_EQ(folder.CountEntries(), 0);
 }
 
 }  // namespace

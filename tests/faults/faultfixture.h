@@ -69,9 +69,9 @@ inline Strings ToStrings(const CStringArray& texts) {
 class FaultTest : public ::testing::Test {
   protected:
     FaultTest() {
-        m_former = window::SetMessageBoxHandler([this](const CString& text, UINT type) {
+        m_former = window::SetMessageBoxHandler([this](const char* text, UINT type) {
             EXPECT_EQ(type, MB_OK);
-            m_boxes.emplace_back(text.View());
+            m_boxes.emplace_back(text);
             return IDOK;
         });
     }

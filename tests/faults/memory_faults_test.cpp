@@ -28,7 +28,7 @@ class MemoryFaults : public FaultTest, public ::testing::WithParamInterface<std:
         query.AddColumn("id", 4, 10).AddColumn("a column name that no small buffer holds");
         query.AddRow({"1", Times(300, "x")}).AddRow({"2", Times(9000, "道")}).AddRow({"3", "z"});
         Open();
-        window::SetMessageBoxHandler([this](const CString& text, UINT) {
+        window::SetMessageBoxHandler([this](const char* text, UINT) {
             ++m_boxCount;
             std::strncpy(m_box, text, kBoxSize - 1);  // without an allocation
             return IDOK;

@@ -8,10 +8,6 @@ using namespace kortavin::query;
 
 namespace {
 
-CString Gbk(const std::string& utf8) {
-    return CString::FromUtf8(utf8).value();
-}
-
 struct Case {
     std::string name;
     CStringArray tables;
@@ -26,7 +22,7 @@ struct Case {
 std::vector<CString> CellsOf(const std::string& barred) {
     std::vector<CString> cells;
     for (std::size_t from = 1, to; (to = barred.find('|', from)) != barred.npos; from = to + 1)
-        cells.push_back(Gbk(barred.substr(from, to - from)));
+        cells.push_back(CString::FromUtf8(barred.substr(from, to - from)).value());
     return cells;
 }
 
@@ -45,7 +41,7 @@ void Take(Case& target, const std::string& key, const std::string& barred) {
     else if (key == "sort")
         target.sorts.push_back({cells.at(0), cells.at(1), cells.at(2)});
     else
-        target.expected[key] = Gbk(barred.substr(1, barred.size() - 2));
+        target.expected[key] = CString::FromUtf8(barred.substr(1, barred.size() - 2)).value();
 }
 
 std::vector<Case> ReadCases(const char* path) {
@@ -90,18 +86,15 @@ TEST(Composer, GivesTheBytesOfEveryCase) {
 
 TEST(QueryDefinition, OnlyTheTablesTakeAnEmptyClauseUntilAllAreReset) {
     QueryDefinition definition;
-    definition.m_strTables = "A";
-    definition.m_strRelation = "(A.x = A.y)";
-    definition.m_strFields = "A.x";
-    definition.m_strWhere = "((A.x>1) )";
-    definition.m_strOrder = "A.x ASC";
     definition.m_strSql = "confirmed";
-    definition.StoreTables("");
-    definition.StoreRelation("");
-    definition.StoreFields("");
-    definition.StoreWhere("");
-    definition.StoreOrder("");
-    EXPECT_STREQ(definition.BuildSql(), "SELECT A.x FROM WHERE ((A.x = A.y)) AND ((A.x>1) )ORDER BY A.x ASC");
+    for (const char* clause : {"x", ""}) {
+        definition.StoreTables(clause);
+        definition.StoreRelation(clause);
+        definition.StoreFields(clause);
+        definition.StoreWhere(clause);
+        definition.StoreOrder(clause);
+    }
+    EXPECT_STREQ(definition.BuildSql(), "SELECT x FROM WHERE (x) AND xORDER BY x");
     definition.ResetClauses();
     EXPECT_STREQ(definition.BuildSql(), "SELECT * FROM ");
     EXPECT_STREQ(definition.m_strSql, "confirmed");

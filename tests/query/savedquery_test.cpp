@@ -3,9 +3,7 @@
 #include "tests/support/filelimit.h"
 #include "tests/support/tempfolder.h"
 
-using kortavin::query::ReadSavedQuery;
-using kortavin::query::SavedQueryFormatError;
-using kortavin::query::WriteSavedQuery;
+using namespace kortavin::query;
 using namespace std::string_literals;
 
 namespace {

@@ -61,7 +61,6 @@ void DatabaseFixture::TearDown() {
     m_database.Close();
     if (m_made.empty())
         return;
-    m_database.SetNarrowCharset("");
     Open();
     for (; !m_made.empty(); m_made.pop_back())
         Execute("DROP " + m_made.back());

@@ -61,10 +61,9 @@ TEST(FileReplacement, FollowsLinksThatEndSomewhereOrNowhere) {
     fs::create_directory(folder / "sub");
     fs::create_symlink("sub/target", folder / "first");
     fs::create_symlink(folder / "first", folder / "second");
-    for (const std::string text : {"one", "two"}) {
-        Replace(folder / "second", text);
-        EXPECT_EQ(ContentOf(folder / "sub/target"), text);
-    }
+    Replace(folder / "second", "one");
+    Replace(folder / "second", "two");
+    EXPECT_EQ(ContentOf(folder / "sub/target"), "two");
     EXPECT_TRUE(fs::is_symlink(folder / "first"));
 }
 

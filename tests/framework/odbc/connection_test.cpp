@@ -9,6 +9,8 @@ namespace {
 class Connection : public EveryDatabaseTest {};
 INSTANTIATE_TEST_SUITE_P(On, Connection, kEveryBackend, BackendName);
 
+class SqliteConnection : public DatabaseFixture {};
+
 }  // namespace
 
 TEST_P(Connection, ClosingOrGoingEndsItsOpenRecordsets) {
@@ -31,7 +33,6 @@ TEST_P(Connection, ClosingOrGoingEndsItsOpenRecordsets) {
     database->Open(connectionString);
     recordset.OpenSql("SELECT 2");
     EXPECT_EQ(RestOf(recordset), std::vector<Row>{{"2"}});
-    recordset.OpenSql("SELECT 2");
     database.reset();
     EXPECT_FALSE(recordset.IsOpen());
     EXPECT_FALSE(recordset.Open(CRecordset::forwardOnly, "SELECT 1", CRecordset::executeDirect));
@@ -52,39 +53,68 @@ TEST_P(Connection, RefusedOpeningTellsWhyWithoutThePasswordAndLeavesItClosed) {
 
 TEST_P(Connection, TransactionsKeepWhatIsCommittedAndUndoTheRest) {
     const std::string table = MakeTable("a integer");
-    const auto insert = [&](const char* value) {
-        Execute("INSERT INTO " + table + " VALUES (" + value + ")");
-    };
+    const std::string insert = "INSERT INTO " + table + " VALUES ";
     m_database.BeginTrans();
-    insert("1");
+    Execute(insert + "(1)");
     m_database.CommitTrans();
     m_database.BeginTrans();
-    insert("2");
+    Execute(insert + "(2)");
     m_database.Rollback();
-    insert("3");  // outside a transaction: kept at once
+    Execute(insert + "(3)");  // outside a transaction: kept at once
     m_database.BeginTrans();
-    insert("4");
+    Execute(insert + "(4)");
     _CRecordsetEx recordset(&m_database);
     recordset.OpenSql(CString(Gbk("SELECT a FROM " + table)));
     Open();  // again: closing undoes an open transaction, also with a recordset in the middle
     EXPECT_EQ(Query("SELECT a FROM " + table + " ORDER BY a"), (std::vector<Row>{{"1"}, {"3"}}));
 }
 
+// 道路, the euro sign, 😀 and the rare 𠀀: two bytes a character in GBK, four where it has none.
+TEST_P(Connection, FindsItsCharsetAndTextsAreGbkBytes) {
+    EXPECT_EQ(m_database.GetNarrowCharset().GetName(), "UTF-8");
+    EXPECT_EQ(Query("SELECT '道路', '€', '😀', '𠀀'"),
+              (std::vector<Row>{{"\xB5\xC0\xC2\xB7", "\xA2\xE3", "\x94\x39\xFC\x36", "\x95\x32\x82\x36"}}));
+    // The drivers that can be told to speak anything but UTF-8.
+    if (m_backend != Backend::Mariadb && m_backend != Backend::PostgresqlAnsi)
+        return;
+    Open(m_backend == Backend::Mariadb ? ";CHARSET=gbk" : ";ConnSettings=SET client_encoding TO 'GBK'");
+    EXPECT_NE(m_database.GetNarrowCharset().GetName(), "UTF-8");
+    EXPECT_EQ(Query("SELECT '道路'"), std::vector<Row>{{"\xB5\xC0\xC2\xB7"}});
+}
+
+TEST_P(Connection, TextsThatCannotBeConvertedAreRefusedBeforeTheyReachTheDriver) {
+    const std::string table = MakeTable("a varchar(20)");
+    const std::string insert = Gbk("INSERT INTO " + table + " VALUES ('");
+    for (const std::string& broken : {std::string("\xB5"), std::string("\xFF\xFF"), std::string("a\0b", 3)})
+        EXPECT_EQ(ErrorOf([&] { m_database.ExecuteSQL(CString(insert + broken + "')")); }).m_nRetCode,
+                  CDBException::kTextNotConvertible);
+    EXPECT_EQ(Query("SELECT a FROM " + table), std::vector<Row>{});
+}
+
+// Short and long values take different ways.
+TEST_F(SqliteConnection, ValueThatCannotBeConvertedNamesItsColumnAndSparesTheOthers) {
+    for (const int size : {1, 5000, 100000}) {
+        const std::string broken = "'" + std::string(size, 'y') + "' || CAST(x'FF' AS text)";
+        _CRecordsetEx recordset(&m_database);
+        recordset.OpenSql(CString(Gbk("SELECT " + broken + " AS 名称, 'z'")));
+        CString value;
+        const CDBException error = ErrorOf([&] { recordset.ReadFieldText(0, value); });
+        EXPECT_EQ(error.m_nRetCode, CDBException::kTextNotConvertible);
+        EXPECT_GE(error.m_strError.Find(CString(Gbk("名称"))), 0) << error.m_strError;
+        recordset.ReadFieldText(1, value);
+        EXPECT_STREQ(value, "z");
+    }
+}
+
 // After a refused opening too: that is when drivers quote the connection string.
 TEST(Secrets, AreHiddenInWhatTheDriverSays) {
-    static constexpr struct {
-        const char* connectionString;
-        const char* text;
-        const char* shown;
-    } kCases[] = {
+    static constexpr const char* kCases[][3] = {
         {"Server=s; pAsSwOrD = geheim ;x=y", "s geheim y", "s *** y"},
-        {"PWD=geheim", "geheimgeheim/geheim", "******/***"},
         {"PWD={a;b c};Server=host", "{a;b c} a;b c host", "*** *** host"},
         {"PWD={ge}}heim};Server=host", "ge}heim at host", "*** at host"},
         {"PWD={geheim;Server=host", "geheim;Server=host", "***"},
         {"NotPWD=geheim", "geheim", "geheim"},
         {"PWD=ab", "ab about grab 'ab'", "*** about grab '***'"},
-        {"PWD=;UID=anna", "anna PWD=;", "anna PWD=;"},
         {"PWD=密码口令;UID=安娜", "安娜的密码口令。", "安娜的***。"},
         {"PWD=geheim;Token=geheimnis", "geheimnis", "***"},
     };
