@@ -1,6 +1,7 @@
 #include "tests/cli/tool.h"
 
-namespace kortavin::test {
+using namespace kortavin::test;
+
 namespace {
 
 constexpr const char* kRoadsAndTowns = R"({
@@ -13,13 +14,12 @@ constexpr const char* kRoadsAndTownsSql =
     "SELECT Roads.Name,Towns.Name FROM Roads,Towns WHERE ((Roads.TownId = Towns.Id)) AND "
     "((Roads.Width>10 AND Towns.Population<5000) )ORDER BY Roads.Name ASC";
 
-ToolResult Compose(const std::string& definition) {
-    return RunTool({"compose", "-"}, {.input = definition});
-}
+}  // namespace
 
 TEST(Compose, WritesTheStatementByteForByte) {
-    EXPECT_EQ(Compose(kRoadsAndTowns).output, kRoadsAndTownsSql);
-    EXPECT_EQ(Compose(R"({"tables": ["道路"], "sort": [["道路", "名称😀", "降序"]]})").output,
+    EXPECT_EQ(RunTool({"compose", "-"}, kPlain, kRoadsAndTowns).output, kRoadsAndTownsSql);
+    const std::string chinese = R"({"tables": ["道路"], "sort": [["道路", "名称😀", "降序"]]})";
+    EXPECT_EQ(RunTool({"compose", "-"}, kPlain, chinese).output,
               "SELECT * FROM 道路 ORDER BY 道路.名称😀 DESC");
 }
 
@@ -44,7 +44,7 @@ TEST(Compose, RefusesADamagedDefinitionAndTellsWhere) {
         {"{\"tables\": [\"\xFF\"]}", "UTF-8"},
     };
     for (const auto& [definition, place] : cases) {
-        const ToolResult result = Compose(definition);
+        const ToolResult result = RunTool({"compose", "-"}, kPlain, definition);
         EXPECT_EQ(result.exitCode, 1) << definition;
         EXPECT_EQ(result.output, "") << definition;
         EXPECT_THAT(result.error, testing::HasSubstr(place)) << definition;
@@ -59,7 +59,7 @@ TEST(SavedQuery, ComesBackAndAFailureLeavesTheFormerFile) {
     EXPECT_EQ(ContentOf(file), content);
     EXPECT_EQ(RunTool({"show", file}).output, "SELECT * FROM 大城市");
     EXPECT_EQ(RunTool(OnSample("check", {"-f", file})).exitCode, 0);
-    EXPECT_EQ(RunTool({"save", file, "SELECT 1"}, {.shell = "ulimit -f 0; " + kPlain}).exitCode, 1);
+    EXPECT_EQ(RunTool({"save", file, "SELECT 1"}, "ulimit -f 0; " + kPlain).exitCode, 1);
     EXPECT_EQ(ContentOf(file), content);
 }
 
@@ -78,6 +78,3 @@ TEST(SavedQuery, DamagedFilesAreRefused) {
         EXPECT_THAT(shown.error, testing::HasSubstr(file)) << content;
     }
 }
-
-}  // namespace
-}  // namespace kortavin::test

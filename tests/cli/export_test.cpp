@@ -1,23 +1,24 @@
-#include <csignal>
 #include <thread>
 
 #include "tests/cli/tool.h"
 
-namespace kortavin::test {
+using namespace kortavin::test;
+
 namespace {
 
 constexpr const char* kTwoCities = "SELECT Id, 中文名, Founded FROM Cities WHERE Id IN (7, 57) ORDER BY Id";
 // Rows without end, and a statement that keeps the driver busy before its first row.
-constexpr const char* kEndless =
-    "WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c) SELECT x FROM c";
-constexpr const char* kBusy =
-    "WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c) SELECT count(*) FROM c";
+const std::string kNumbers = "WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c) ";
+const std::string kEndless = kNumbers + "SELECT x FROM c";
+const std::string kBusy = kNumbers + "SELECT count(*) FROM c";
 
 Arguments Export(const std::string& output, const std::string& statement, const Arguments& more = {}) {
     Arguments arguments = OnSample("export", {"-o", output, statement});
     arguments.insert(arguments.end(), more.begin(), more.end());
     return arguments;
 }
+
+}  // namespace
 
 TEST(Export, WritesTheLayoutsInGbkUnlessTold) {
     const std::vector<std::pair<Arguments, std::string>> cases = {
@@ -39,8 +40,7 @@ TEST(Export, WritesTheLayoutsInGbkUnlessTold) {
     EXPECT_EQ(RunTool(Export(file, kTwoCities, {"--layout", "binary"})).exitCode, 0);
     const std::string binary = ContentOf(file);
     EXPECT_THAT(binary, testing::StartsWith("VESKARDO CORP QUERY DATA"));
-    ASSERT_GT(binary.size(), 48U + 118 * 3);
-    EXPECT_EQ(binary[44 + 118 * 3], 2);  // rows
+    EXPECT_EQ(binary.at(44 + 118 * 3), 2);  // rows
     EXPECT_EQ(RunTool(Export("-", "SELECT 7", {"--layout", "binary", "--no-header"})).output,
               std::string("\1\0\0\0", 4) + "7");
     EXPECT_EQ(folder.CountEntries(), 1);
@@ -53,7 +53,6 @@ TEST(Export, ImpossibleCombinationsAreUsageErrors) {
     for (const Arguments& arguments :
          {Export(file, kTwoCities, {"--layout", "binary", "--encoding", "utf-8"}),
           Export("-", kTwoCities, {"--layout", "binary"}),
-          Export(file, kTwoCities, {"--layout", "wide"}),
           // the database itself
           {"export", "-c", file, "-o", folder / "./data", kTwoCities}})
         EXPECT_EQ(RunTool(arguments).exitCode, 2) << testing::PrintToString(arguments);
@@ -61,25 +60,20 @@ TEST(Export, ImpossibleCombinationsAreUsageErrors) {
 }
 
 TEST(Export, FailureKeepsTheFormerFile) {
-    struct Case {
-        Arguments arguments;
-        std::string reason, shell = kPlain;
-    };
     const TempFolder folder;
     const std::string file = folder / "data.csv";
     MakeFile(file, "former");
-    const std::vector<Case> cases = {
-        {Export(file, "SELECT * FROM Nowhere"), "no such table"},
+    const std::vector<std::tuple<Arguments, std::string, std::string>> cases = {
+        {Export(file, "SELECT * FROM Nowhere"), "no such table", kPlain},
         // The sum overflows with the third row, when two are written.
         {Export(file, "SELECT abs(CASE Id WHEN 3 THEN -9223372036854775807 - 1 ELSE Id END) FROM Cities"),
-         "integer overflow"},
+         "integer overflow", kPlain},
         {Export(file, kEndless), "File too large", "ulimit -f 16; " + kPlain},
         {Export(file, kEndless, {"--encoding", "utf-8"}), "File too large", "ulimit -f 16; " + kPlain},
-        {Export("/dev/full", kEndless), "No space left"},
         {Export("-", kEndless), "standard output: No space left", kPlain + " >/dev/full"},
-        {Export(folder / "none/data.csv", kTwoCities), "No such file"}};
+        {Export(folder / "none/data.csv", kTwoCities), "No such file", kPlain}};
     for (const auto& [arguments, reason, shell] : cases) {
-        const ToolResult result = RunTool(arguments, {.shell = shell});
+        const ToolResult result = RunTool(arguments, shell);
         EXPECT_EQ(result.exitCode, 1) << reason;
         EXPECT_THAT(result.error, testing::HasSubstr(reason));
         EXPECT_EQ(ContentOf(file), "former") << reason;
@@ -106,18 +100,5 @@ TEST(Export, SignalsDiscardTheUnfinishedFileEvenWhileTheDriverIsBusy) {
 
 TEST(Export, ClosedPipeEndsQuietly) {
     const std::string shell = "{ \"$@\"; echo \"code $?\" >&2; } | { read -r first; }";
-    EXPECT_EQ(RunTool(Export("-", kEndless), {.shell = shell}).error, "code 1\n");
+    EXPECT_EQ(RunTool(Export("-", kEndless), shell).error, "code 1\n");
 }
-
-TEST(Export, ProgressOnATerminalIsErasedByASignal) {
-    const TempFolder folder;
-    RunningTool endless(Export(folder / "data.csv", kEndless));
-    endless.ReadUntil("rows/s");
-    endless.Signal(SIGINT);
-    EXPECT_THAT(endless.ReadToEnd(), testing::EndsWith("\r\x1b[K"));
-    EXPECT_EQ(endless.Wait(), -SIGINT);
-    EXPECT_EQ(folder.CountEntries(), 0);
-}
-
-}  // namespace
-}  // namespace kortavin::test

@@ -2,7 +2,8 @@
 
 #include "tests/cli/tool.h"
 
-namespace kortavin::test {
+using namespace kortavin::test;
+
 namespace {
 
 using nlohmann::json;
@@ -10,6 +11,8 @@ using nlohmann::json;
 std::string OutputOf(const std::string& command, const Arguments& more) {
     return RunTool(OnSample(command, more)).output;
 }
+
+}  // namespace
 
 TEST(Describe, LinesUpWithChineseNames) {
     EXPECT_EQ(OutputOf("describe", {"SELECT Id, 中文名, Founded FROM Cities"}),
@@ -59,6 +62,3 @@ TEST(Check, TellsTheStateAndTheDriversText) {
     EXPECT_EQ(told.exitCode, 1);
     EXPECT_EQ(told.error, "kortavin: SQLSTATE " + answer["state"].get<std::string>() + ": " + message + "\n");
 }
-
-}  // namespace
-}  // namespace kortavin::test

@@ -12,10 +12,8 @@ namespace kortavin::test {
 namespace {
 
 // Turns a forked child into the tool.
-[[noreturn]] void Become(const std::string& shell, Arguments arguments, Arguments environment = {}) {
+[[noreturn]] void Become(const std::string& shell, Arguments arguments) {
     unsetenv("KORTAVIN_CONNECTION");
-    for (std::string& variable : environment)
-        putenv(variable.data());
     arguments.insert(arguments.begin(), {"sh", "-c", shell, "sh", KORTAVIN_TOOL});
     std::vector<char*> pointers;
     for (std::string& argument : arguments)
@@ -35,37 +33,35 @@ int ExitCode(pid_t process) {
 }  // namespace
 
 // The streams are files, so that neither side ever waits for the other.
-ToolResult RunTool(const Arguments& arguments, const ToolSettings& settings) {
+ToolResult RunTool(const Arguments& arguments, const std::string& shell, const std::string& input) {
     const TempFolder streams;
     const std::array<std::string, 3> paths = {streams / "in", streams / "out", streams / "err"};
-    MakeFile(paths[0], settings.input);
+    MakeFile(paths[0], input);
     const pid_t process = fork();
     if (process == 0) {
         for (int stream = 0; stream < 3; ++stream)
             dup2(open(paths[stream].c_str(), stream == 0 ? O_RDONLY : O_WRONLY | O_CREAT, 0600), stream);
-        Become(settings.shell, arguments, settings.environment);
+        Become(shell, arguments);
     }
     const int exitCode = ExitCode(process);
     return {exitCode, ContentOf(paths[1]), ContentOf(paths[2])};
 }
 
-RunningTool::RunningTool(const Arguments& arguments, const std::string& shell) {
-    winsize size = {};
-    size.ws_col = 200;
-    m_process = forkpty(&m_terminal, nullptr, nullptr, &size);
+RunningTool::RunningTool(const Arguments& arguments, const std::string& shell)
+    : m_process(forkpty(&m_terminal, nullptr, nullptr, nullptr)) {
+    if (m_process < 0)
+        throw std::system_error(errno, std::generic_category(), "forkpty");
     if (m_process == 0)
-        Become(shell, arguments, {"TERM=xterm"});
+        Become(shell, arguments);
 }
 
-std::string RunningTool::ReadUntil(std::string_view text) {
+std::string RunningTool::ReadToEnd() const {
+    std::string shown;
     std::array<char, 4096> piece;
-    while (m_shown.find(text) == std::string::npos) {
-        const ssize_t count = read(m_terminal, piece.data(), piece.size());
-        if (count <= 0)
-            break;  // EIO: the other side is closed
-        m_shown.append(piece.data(), static_cast<std::size_t>(count));
-    }
-    return m_shown;
+    ssize_t count = 0;
+    while ((count = read(m_terminal, piece.data(), piece.size())) > 0)
+        shown.append(piece.data(), static_cast<std::size_t>(count));
+    return shown;
 }
 
 int RunningTool::Wait() const {

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "tests/support/tempfolder.h"
@@ -20,16 +19,11 @@ struct ToolResult {
     std::string error;
 };
 
-// A shell command that runs the tool as "$@"; others have limits and redirections of their own.
+// A shell command that runs the tool as "$@"; others have limits, variables and redirections of their own.
 inline const std::string kPlain = "exec \"$@\"";
 
-struct ToolSettings {
-    std::string input{};
-    Arguments environment{};  // "NAME=VALUE", besides this process's
-    std::string shell = kPlain;
-};
-
-ToolResult RunTool(const Arguments& arguments, const ToolSettings& settings = {});
+ToolResult RunTool(const Arguments& arguments, const std::string& shell = kPlain,
+                   const std::string& input = {});
 
 // A tool that is running on a terminal, which hangs up in the end.
 class RunningTool {
@@ -40,15 +34,13 @@ class RunningTool {
     ~RunningTool() { close(m_terminal); }
 
     void Signal(int signal) const { kill(m_process, signal); }
-    // All that the terminal shows once `text` is part of it, or when the tool has ended.
-    std::string ReadUntil(std::string_view text);
-    std::string ReadToEnd() { return ReadUntil(std::string(1, '\0')); }
+    // All that the terminal shows until the tool has ended.
+    std::string ReadToEnd() const;
     int Wait() const;  // the exit code as above
 
   private:
-    pid_t m_process = -1;
     int m_terminal = -1;
-    std::string m_shown;
+    pid_t m_process;
 };
 
 // The path of a sample database that is made once for all tests; tests only read it.

@@ -2,8 +2,7 @@
 
 #include "cli/failure.h"
 
-namespace kortavin::test {
-namespace {
+using namespace kortavin;
 
 TEST(Utf8File, TakesCharactersInPiecesAndRefusesALineThatIsNoText) {
     CMemFile target;
@@ -19,6 +18,3 @@ TEST(Utf8File, TakesCharactersInPiecesAndRefusesALineThatIsNoText) {
     cut.Write("\xB4", 1);
     EXPECT_THROW(cut.Finish(), cli::Failure);
 }
-
-}  // namespace
-}  // namespace kortavin::test

@@ -13,7 +13,7 @@
 class TempFolder {
   public:
     TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "base_test_XXXXXX").native();
+        std::string name = (std::filesystem::temp_directory_path() / "kortavin_test_XXXXXX").native();
         if (mkdtemp(name.data()) == nullptr)
             throw std::runtime_error("mkdtemp");
         m_path = name;
