@@ -82,7 +82,7 @@ CFileException::~CFileException() = default;
 
 CString CFileException::GetErrorMessage() const {
     const char* const described = m_lOsError != 0 ? strerrordesc_np(m_lOsError) : nullptr;
-    const CString reason(described != nullptr ? described : ReasonOf(m_cause));
+    CString reason(described != nullptr ? described : ReasonOf(m_cause));
     if (m_strFileName.IsEmpty())
         return reason;
     return CString(kortavin::base::Utf8ForMessage(m_strFileName.View())) + ": " + reason;

@@ -157,7 +157,7 @@ void CDatabase::EndTransaction(short completion) {
 }
 
 CDBException CDatabase::MakeError(RETCODE code) const {
-    return kortavin::odbc::MakeError(IsOpen() ? code : SQL_INVALID_HANDLE, this, nullptr);
+    return kortavin::odbc::MakeError(IsOpen() ? code : RETCODE{SQL_INVALID_HANDLE}, this, nullptr);
 }
 
 CString CDatabase::MakeReadable(std::string_view narrow) const {
