@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "query/clauses.h"
+#include "query/definition.h"
 #include "tests/support/databases.h"
 
 using namespace kortavin::test;
@@ -75,4 +77,30 @@ TEST_P(QuerySql, FieldsInfoDescribesTheColumnsAndLeavesARecordsetOnItsFirstRow) 
     infos[1].m_nSQLType = -98;
     EXPECT_STREQ(m_query.GetFieldTypeStr(infos[1]), "<unknown type>    ");
     EXPECT_EQ(RestOf(*static_cast<_CRecordsetEx*>(pointer.get())), (std::vector<Row>{{"x", "1"}}));
+}
+
+TEST_P(QuerySql, ComposedStatementRunsAsItStands) {
+    namespace query = kortavin::query;
+    const CString roads(Gbk(MakeTable("TownId integer, 名称 varchar(20), Width integer"))), name(Gbk("名称"));
+    const CString towns(Gbk(MakeTable("Id integer, 名称 varchar(20), Population integer")));
+    Execute("INSERT INTO " + std::string(roads.View()) +
+            " VALUES (1, '二环', 12), (1, '小巷', 4), (2, '环路', 30)");
+    Execute("INSERT INTO " + std::string(towns.View()) + " VALUES (1, '东镇', 4000), (2, '西镇', 9000)");
+
+    query::QueryDefinition definition;
+    CStringArray tables;
+    tables.Add(roads);
+    tables.Add(towns);
+    definition.StoreTables(query::BuildTablesClause(tables));
+    const query::RelationRow relation{roads, "TownId", towns, "Id"};
+    const query::FieldRow fields[] = {{roads, name}, {towns, name}};
+    const query::ConditionGrid conditions{{{roads, "Width"}, {towns, "Population"}}, {{">10", "<5000"}}};
+    const query::SortRow sort{roads, name, CString(Gbk("升序"))};
+    definition.StoreRelation(query::BuildRelationClause({&relation, 1}));
+    definition.StoreFields(query::BuildFieldsClause(fields));
+    definition.StoreWhere(query::BuildWhereClause(conditions));
+    definition.StoreOrder(query::BuildOrderClause({&sort, 1}));
+    _CRecordsetEx recordset(&m_database);
+    recordset.OpenSql(definition.BuildSql());
+    EXPECT_EQ(RestOf(recordset), (std::vector<Row>{{Gbk("二环"), Gbk("东镇")}}));
 }
