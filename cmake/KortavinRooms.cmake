@@ -4,6 +4,9 @@ add_library(kortavin_options INTERFACE)
 target_compile_features(kortavin_options INTERFACE cxx_std_20)
 target_include_directories(kortavin_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(kortavin_options INTERFACE -Wall -Wextra -Wpedantic $<$<BOOL:${KORTAVIN_WERROR}>:-Werror>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(kortavin_options INTERFACE -fpch-preprocess)  # what ccache needs with a precompiled header
+endif()
 if(KORTAVIN_SANITIZE)
   target_compile_options(kortavin_options INTERFACE -fsanitize=${KORTAVIN_SANITIZE} -fno-omit-frame-pointer
                                                     -fno-sanitize-recover=all)
