@@ -14,8 +14,8 @@ KORTAVIN_API int AfxMessageBox(const char* text, UINT type = MB_OK, UINT helpCon
 
 namespace kortavin::window {
 
-// Takes the place of the box: a command-line program writes a line, a test keeps a record. The text is GBK, and
-// not copied on its way: it may tell that memory is exhausted.
+// Takes the place of the box: a command-line program writes a line, a test keeps a record. The text is GBK,
+// and not copied on its way: it may tell that memory is exhausted.
 using MessageBoxHandler = std::function<int(const char* text, UINT type)>;
 
 // Sets the handler (an empty one: none) and returns the former. To be called on the user-interface thread.

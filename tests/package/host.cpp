@@ -15,7 +15,8 @@ int main() {
     query.StoreFields("Roads.Name");
     CQuerySql service(&database);
     CMemFile rows;
-    if (service.QueryDataToFile(&rows, 1, 2, 1, query.BuildSql()) != 1) return 1;
+    if (service.QueryDataToFile(&rows, 1, 2, 1, query.BuildSql()) != 1)
+        return 1;
     const auto text = rows.GetContent();
     std::printf("%.*s", static_cast<int>(text.size()), text.data());
     return text == "'Name'\r\n'Ring'\r\n" ? 0 : 1;

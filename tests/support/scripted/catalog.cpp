@@ -1,4 +1,4 @@
-#include "call.h"
+#include "handles.h"
 
 namespace kortavin::testing {
 namespace {
@@ -17,12 +17,10 @@ SCRIPTED_EXPORT SQLRETURN SQL_API SQLTables(SQLHSTMT raw, SQLCHAR* catalog, SQLS
                                             SQLCHAR* schema, SQLSMALLINT schemaLength, SQLCHAR* table,
                                             SQLSMALLINT tableLength, SQLCHAR* types,
                                             SQLSMALLINT typesLength) {
-    const std::string key = Argument(types, typesLength).value_or("");
     const std::string asked = Shown({Argument(catalog, catalogLength), Argument(schema, schemaLength),
                                      Argument(table, tableLength), Argument(types, typesLength)});
-    return Enter<Statement>(raw, {"SQLTables", asked}, [&](Statement& statement) {
-        Connection& connection = statement.connection;
-        return statement.Execute(connection.Find(connection.script.tables, key), "the tables");
+    return Enter<Statement>(raw, {"SQLTables", asked}, [](Statement& statement) {
+        return statement.Execute(statement.connection.script.tables);
     });
 }
 
@@ -30,12 +28,10 @@ SCRIPTED_EXPORT SQLRETURN SQL_API SQLColumns(SQLHSTMT raw, SQLCHAR* catalog, SQL
                                              SQLCHAR* schema, SQLSMALLINT schemaLength, SQLCHAR* table,
                                              SQLSMALLINT tableLength, SQLCHAR* column,
                                              SQLSMALLINT columnLength) {
-    const std::string key = Argument(table, tableLength).value_or("");
     const std::string asked = Shown({Argument(catalog, catalogLength), Argument(schema, schemaLength),
                                      Argument(table, tableLength), Argument(column, columnLength)});
-    return Enter<Statement>(raw, {"SQLColumns", asked}, [&](Statement& statement) {
-        Connection& connection = statement.connection;
-        return statement.Execute(connection.Find(connection.script.columns, key), "columns of " + key);
+    return Enter<Statement>(raw, {"SQLColumns", asked}, [](Statement& statement) {
+        return statement.Execute(statement.connection.script.columns);
     });
 }
 

@@ -1,18 +1,14 @@
 #include <algorithm>
 
-#include "call.h"
+#include "handles.h"
 
 namespace kortavin::testing {
 
-std::size_t Statement::NextRow() const {
-    return onRow && repetition + 1 >= answer->rows[row].times ? row + 1 : row;
-}
-
 // Whether the next SQLFetch will find a row that no script makes it fail on.
 bool Statement::RowComes() const {
-    if (answer == nullptr || NextRow() >= answer->rows.size())
+    if (answer == nullptr || nextRow >= answer->rows.size())
         return false;
-    const Row& next = answer->rows[NextRow()];
+    const Row& next = answer->rows[nextRow];
     return !next.fault && std::ranges::none_of(bindings, [&next](const auto& binding) {
         return binding.first <= next.values.size() && next.values[binding.first - 1u].fault;
     });
@@ -20,24 +16,19 @@ bool Statement::RowComes() const {
 
 const Value& Statement::Current(SQLUSMALLINT column) const {
     static const Value null = Value::Null();
-    const std::vector<Value>& values = answer->rows[row].values;
+    const std::vector<Value>& values = answer->rows[nextRow - 1].values;
     return column <= values.size() ? values[column - 1u] : null;
 }
 
 SQLRETURN Statement::Fetch() {
+    onRow = false;
     if (answer == nullptr || answer->columns.empty())
         return Fail("24000", "there is no result to fetch from");
-    const std::size_t next = NextRow();
-    repetition = onRow && next == row ? repetition + 1 : 0;
-    row = next;
-    onRow = false;
-    if (row >= answer->rows.size())
+    if (nextRow >= answer->rows.size())
         return SQL_NO_DATA;
-    if (const auto& fault = answer->rows[row].fault) {
-        connection.dead = fault->connectionDies;
-        ++row;
-        return Obey(*fault);
-    }
+    const Row& row = answer->rows[nextRow++];
+    if (row.fault)
+        return Obey(*this, connection, *row.fault);
     onRow = true;
     lastRead = 0;
     progress.assign(answer->columns.size(), {});
@@ -48,13 +39,8 @@ SQLRETURN Statement::Fetch() {
 SQLRETURN Statement::FillBindings() {
     SQLRETURN result = SQL_SUCCESS;
     for (const auto& [column, target] : bindings) {
-        if (column > answer->columns.size())
-            continue;
         Progress once;
-        const std::size_t known = records.size();
         const SQLRETURN code = Deliver(*this, Current(column), once, target);
-        for (std::size_t i = known; i < records.size(); ++i)
-            records[i].column = column;
         if (code == SQL_ERROR)
             return code;
         if (code == SQL_SUCCESS_WITH_INFO)
@@ -65,7 +51,7 @@ SQLRETURN Statement::FillBindings() {
 
 // What SQL_GETDATA_EXTENSIONS doesn't announce is refused, as drivers do that don't announce it.
 const char* Statement::Refusal(SQLUSMALLINT column) const {
-    const long long extensions = connection.Number(SQL_GETDATA_EXTENSIONS);
+    const int extensions = connection.script.getDataExtensions;
     if (!(extensions & SQL_GD_BOUND) && bindings.contains(column))
         return "the column is bound";
     if (!(extensions & SQL_GD_ANY_COLUMN) && !bindings.empty() && column < bindings.rbegin()->first)
@@ -92,22 +78,15 @@ SCRIPTED_EXPORT SQLRETURN SQL_API SQLFetch(SQLHSTMT raw) {
 
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLBindCol(SQLHSTMT raw, SQLUSMALLINT column, SQLSMALLINT type,
                                              SQLPOINTER buffer, SQLLEN size, SQLLEN* indicator) {
-    const std::string how = std::to_string(column) + ", type " + std::to_string(type) + ", " +
-                            (buffer ? "size " + std::to_string(size) : std::string("unbound"));
-    return Enter<Statement>(raw, {"SQLBindCol", how, column}, [=](Statement& statement) {
-        if (buffer)
-            statement.bindings[column] = {type, buffer, size, indicator};
-        else
-            statement.bindings.erase(column);
+    return Enter<Statement>(raw, {"SQLBindCol", std::to_string(column), column}, [=](Statement& statement) {
+        statement.bindings[column] = {type, buffer, size, indicator};
         return SQL_SUCCESS;
     });
 }
 
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLGetData(SQLHSTMT raw, SQLUSMALLINT column, SQLSMALLINT type,
                                              SQLPOINTER buffer, SQLLEN size, SQLLEN* indicator) {
-    const std::string how =
-        std::to_string(column) + ", type " + std::to_string(type) + ", size " + std::to_string(size);
-    return Enter<Statement>(raw, {"SQLGetData", how, column}, [=](Statement& statement) {
+    return Enter<Statement>(raw, {"SQLGetData", std::to_string(column), column}, [=](Statement& statement) {
         return statement.GetData(column, {type, buffer, size, indicator});
     });
 }

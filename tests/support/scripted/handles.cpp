@@ -1,8 +1,19 @@
 #include "handles.h"
 
-#include "call.h"
+#include <memory>
 
 namespace kortavin::testing {
+
+SQLRETURN Handle::Fail(std::string state, std::string message) {
+    records.push_back({std::move(state), std::move(message)});
+    return SQL_ERROR;
+}
+
+SQLRETURN Obey(Handle& handle, Connection& connection, const Fault& fault) {
+    handle.records.insert(handle.records.end(), fault.diagnostics.begin(), fault.diagnostics.end());
+    connection.dead = connection.dead || fault.connectionDies;
+    return static_cast<SQLRETURN>(fault.code);
+}
 
 std::optional<std::string> Argument(const SQLCHAR* text, SQLINTEGER length) {
     if (text == nullptr)
@@ -15,20 +26,10 @@ namespace {
 
 SQLRETURN AllocStatement(SQLHANDLE parent, SQLHANDLE* output) {
     return Enter<Connection>(parent, {"SQLAllocHandle"}, [output](Connection& connection) {
-        auto statement = std::make_unique<Statement>(connection);
-        Handle* key = statement.get();
-        connection.statements.emplace(key, std::move(statement));
-        connection.log.Line("statement opened");
-        *output = key;
+        ++connection.log->openStatements;
+        *output = static_cast<Handle*>(std::make_unique<Statement>(connection).release());
         return SQL_SUCCESS;
     });
-}
-
-// Freeing is never refused: neither faults nor a dead connection reach it.
-void FreeStatement(Handle* handle) {
-    Connection& connection = static_cast<Statement*>(handle)->connection;
-    connection.statements.erase(handle);
-    connection.log.Line("statement closed");
 }
 
 }  // namespace
@@ -36,7 +37,7 @@ void FreeStatement(Handle* handle) {
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE* output) {
     switch (type) {
         case SQL_HANDLE_ENV:
-            *output = static_cast<Handle*>(std::make_unique<Environment>().release());
+            *output = std::make_unique<Handle>().release();
             return SQL_SUCCESS;
         case SQL_HANDLE_DBC:
             *output = static_cast<Handle*>(std::make_unique<Connection>().release());
@@ -48,12 +49,11 @@ SCRIPTED_EXPORT SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE par
     }
 }
 
+// Freeing is never refused: neither faults nor a dead connection reach it.
 SCRIPTED_EXPORT SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE raw) {
-    auto* handle = static_cast<Handle*>(raw);
+    const std::unique_ptr<Handle> handle(static_cast<Handle*>(raw));
     if (type == SQL_HANDLE_STMT)
-        FreeStatement(handle);
-    else
-        std::unique_ptr<Handle>(handle).reset();
+        --static_cast<Statement&>(*handle).connection.log->openStatements;
     return SQL_SUCCESS;
 }
 

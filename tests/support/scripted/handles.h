@@ -3,9 +3,7 @@
 #include <sql.h>
 #include <sqlext.h>
 
-#include <fstream>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,47 +16,31 @@
 
 namespace kortavin::testing {
 
-struct Record {
-    Diagnostic diagnostic;
-    SQLINTEGER column = SQL_COLUMN_NUMBER_UNKNOWN;
+// What the log tells of a call, and what its faults are looked up by.
+struct Call {
+    std::string function;
+    std::string arguments = {};
+    std::optional<int> argument = {};
 };
 
+// An environment has no more than this.
 struct Handle {
     virtual ~Handle() = default;
 
-    std::vector<Record> records;
-    SQLRETURN code = SQL_SUCCESS;
+    std::vector<Diagnostic> records;
 
     SQLRETURN Fail(std::string state, std::string message);
-    SQLRETURN Obey(const Fault& fault);
-};
-
-struct Environment : Handle {};
-
-class Log {
-  public:
-    void Open(const std::string& path);
-    void Line(const std::string& text);
-
-  private:
-    std::ofstream m_file;
 };
 
 struct Connection : Handle {
     Script script;
-    Log log;
+    Log* log = nullptr;
     bool dead = false;
-    // Those that the application never frees go with the connection; the log leaves them open.
-    std::map<Handle*, std::unique_ptr<Handle>> statements;
 
+    Connection& GetConnection() { return *this; }
+    bool StillExecuting(const Call&) { return false; }
+    const Fault* FindFault(const Call& call) const;
     SQLRETURN Connect(const std::string& connectionString);
-    // Answers with the same key take turns, the last one stays; null if nothing fits.
-    Answer* Find(std::list<Answer>& answers, const std::string& key);
-    // The scripted number for a SQLGetInfo type.
-    long long Number(int type) const;
-
-  private:
-    std::map<const Answer*, std::size_t> m_turns;
 };
 
 struct Target {
@@ -79,42 +61,55 @@ struct Statement : Handle {
     explicit Statement(Connection& owner) : connection(owner) {}
 
     Connection& connection;
-    std::string prepared;
-    Answer* answer = nullptr;
+    const Answer* answer = nullptr;
     std::map<SQLUSMALLINT, Target> bindings;
     // How many more times the function that is under way answers SQL_STILL_EXECUTING.
-    std::optional<std::pair<std::string, int>> pending;
+    std::optional<int> pending;
 
-    std::size_t row = 0;
-    int repetition = 0;
+    std::size_t nextRow = 0;
     bool onRow = false;
     SQLUSMALLINT lastRead = 0;
     std::vector<Progress> progress;
 
-    SQLRETURN Execute(Answer* scripted, const std::string& asked);
-    SQLRETURN Show(Answer* result);
-    void Close();
-    bool StillExecuting(const std::string& function);
-
+    Connection& GetConnection() { return connection; }
+    bool StillExecuting(const Call& call);
+    const Fault* FindFault(const Call& call) const;
+    SQLRETURN Execute(const Answer& scripted);
     SQLRETURN Fetch();
     SQLRETURN GetData(SQLUSMALLINT column, const Target& target);
 
   private:
-    int Delay(const std::string& function) const;
-    std::size_t NextRow() const;
+    bool MayTakeTime(const std::string& function) const;
     bool RowComes() const;
     const Value& Current(SQLUSMALLINT column) const;
     SQLRETURN FillBindings();
     const char* Refusal(SQLUSMALLINT column) const;
 };
 
+// Does what a fault says; warnings come on top of the work that the caller has done.
+SQLRETURN Obey(Handle& handle, Connection& connection, const Fault& fault);
+
 // Writes what a value answers to one call into the target; records go to the statement.
 SQLRETURN Deliver(Statement& statement, const Value& value, Progress& progress, const Target& target);
 
 // A name or text argument as ODBC hands it over; absent for a null pointer.
 std::optional<std::string> Argument(const SQLCHAR* text, SQLINTEGER length);
-// Copies with truncation and reports the whole length, as every text answer of ODBC does. Answers false if
-// cut.
-bool CopyText(std::string_view text, SQLPOINTER buffer, SQLLEN size, SQLSMALLINT* length);
+// Copies with truncation and reports the whole length, as every text answer of ODBC does.
+SQLRETURN CopyText(std::string_view text, SQLPOINTER buffer, SQLLEN size, SQLSMALLINT* length);
+
+// Every function that can be scripted to fail comes through here, before its own work.
+template <class Owner>
+SQLRETURN Enter(SQLHANDLE raw, const Call& call, auto work) {
+    auto& handle = static_cast<Owner&>(*static_cast<Handle*>(raw));
+    Connection& connection = handle.GetConnection();
+    handle.records.clear();
+    if (handle.StillExecuting(call))
+        return SQL_STILL_EXECUTING;
+    connection.log->calls.push_back(call.function + (call.arguments.empty() ? "" : ' ' + call.arguments));
+    if (connection.dead)
+        return handle.Fail("08S01", "Communication link failure");
+    const Fault* fault = handle.FindFault(call);
+    return fault ? Obey(handle, connection, *fault) : work(handle);
+}
 
 }  // namespace kortavin::testing

@@ -7,11 +7,6 @@ Fault& Fault::At(int which) {
     return *this;
 }
 
-Fault& Fault::After(int calls) {
-    after = calls;
-    return *this;
-}
-
 Fault& Fault::Also(std::string state, std::string message, int native) {
     diagnostics.push_back({std::move(state), std::move(message), native});
     return *this;
@@ -25,8 +20,14 @@ Fault ErrorWithoutRecord() {
     return {};
 }
 
-Fault Warning(std::string state, std::string message, int native) {
-    Fault warning = Error(std::move(state), std::move(message), native);
+Fault NoData() {
+    Fault fault;
+    fault.code = 100;
+    return fault;
+}
+
+Fault Warning(std::string state, std::string message) {
+    Fault warning = Error(std::move(state), std::move(message));
     warning.code = 1;
     return warning;
 }
@@ -41,12 +42,6 @@ Value Value::Null() {
     Value value;
     value.null = true;
     return value;
-}
-
-Value Value::NoData() {
-    Fault noData;
-    noData.code = 100;
-    return Value(noData);
 }
 
 Value& Value::Pieces(int size) {
@@ -81,13 +76,13 @@ Value& Value::FailsInPiece(int piece, Fault failure) {
     return *this;
 }
 
-Answer& Answer::AddColumn(std::string name, int type, long long precision, int scale, int nullable) {
-    columns.push_back({std::move(name), type, precision, scale, nullable});
+Answer& Answer::AddColumn(std::string name, int type, long long precision) {
+    columns.push_back({std::move(name), type, precision});
     return *this;
 }
 
-Answer& Answer::AddRow(std::vector<Value> values, int times) {
-    rows.push_back({std::move(values), std::nullopt, times});
+Answer& Answer::AddRow(std::vector<Value> values) {
+    rows.push_back({std::move(values), std::nullopt});
     return *this;
 }
 
@@ -104,15 +99,6 @@ Answer& Answer::Fails(Fault failure) {
 Answer& Answer::Fails(std::string function, Fault failure) {
     faults.emplace_back(std::move(function), std::move(failure));
     return *this;
-}
-
-Answer& Answer::Affects(long long affected) {
-    rowCount = affected;
-    return *this;
-}
-
-Answer& Answer::Next() {
-    return more.emplace_back();
 }
 
 }  // namespace kortavin::testing

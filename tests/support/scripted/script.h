@@ -1,15 +1,14 @@
 #pragma once
 
-#include <list>
+#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-// What the scripted driver answers, as plain values: a test builds them, the script file carries them, the
-// driver obeys them. All texts are bytes and reach the application untouched.
+// What the scripted driver answers, as plain values: a test builds them and the driver obeys them. All texts
+// are bytes and reach the application untouched.
 namespace kortavin::testing {
 
 struct Diagnostic {
@@ -26,23 +25,25 @@ struct Fault {
     int code = -1;
     // Only calls about this column, SQLGetInfo type or attribute; otherwise all of them.
     std::optional<int> argument;
-    // So many calls still go well.
-    int after = 0;
     // From here on everything on the connection answers 08S01, but handles can be freed and SQLDisconnect
     // works.
     bool connectionDies = false;
 
     Fault& At(int which);
-    Fault& After(int calls);
     Fault& Also(std::string state, std::string message, int native = 0);
 };
 
 Fault Error(std::string state, std::string message, int native = 0);
 Fault ErrorWithoutRecord();
-Fault Warning(std::string state, std::string message, int native = 0);
+Fault NoData();
+Fault Warning(std::string state, std::string message);
 Fault ConnectionDies();
 
-// One value of a row: bytes, NULL, or neither and a fault; then nothing but a given indicator is written.
+// By the driver's name for the function.
+using FunctionFaults = std::vector<std::pair<std::string, Fault>>;
+
+// One value of a row: bytes, NULL, or neither and a fault; then nothing but a given indicator is written. A
+// value with the fault NoData leaves a bound buffer as it was.
 struct Value {
     std::optional<std::string> bytes;
     bool null = false;
@@ -62,8 +63,6 @@ struct Value {
     Value(Fault failure) : fault(std::move(failure)) {}
 
     static Value Null();
-    // SQLGetData answers SQL_NO_DATA at once; a bound column keeps what its buffer held.
-    static Value NoData();
 
     Value& Pieces(int size);
     // The indicator of an unfinished piece is SQL_NO_TOTAL, not the length of the rest.
@@ -80,55 +79,54 @@ struct Value {
 struct Row {
     std::vector<Value> values;
     std::optional<Fault> fault;
-    int times = 1;
 };
 
 struct Column {
     std::string name;
     int type = 12;
     long long precision = 0;
-    int scale = 0;
-    int nullable = 2;
 };
 
 // What an execution or a catalog function answers. Without columns there is no result set.
 struct Answer {
-    std::optional<std::string> key;
-    std::optional<Fault> fault;
+    std::optional<Fault> fault;  // of the executing function itself
     std::vector<Column> columns;
     std::vector<Row> rows;
-    std::vector<std::pair<std::string, Fault>> faults;
-    long long rowCount = -1;
-    std::list<Answer> more;
+    FunctionFaults faults;  // of functions on this result, such as SQLDescribeCol
 
-    Answer& AddColumn(std::string name, int type = 12, long long precision = 255, int scale = 0,
-                      int nullable = 2);
-    // Columns without a value are NULL; `times` makes many rows of one.
-    Answer& AddRow(std::vector<Value> values, int times = 1);
+    Answer& AddColumn(std::string name, int type = 12, long long precision = 255);
+    // Columns without a value are NULL.
+    Answer& AddRow(std::vector<Value> values);
     // SQLFetch answers the fault in the place of a row; the fetch after it goes on behind.
     Answer& FetchFails(Fault failure);
-    // The executing function itself.
     Answer& Fails(Fault failure);
-    // A function on this result, such as SQLDescribeCol; Fault::At gives the column.
     Answer& Fails(std::string function, Fault failure);
-    Answer& Affects(long long rows);
-    // The answer behind SQLMoreResults.
-    Answer& Next();
+};
+
+struct Log {
+    // Such as "SQLTables NULL, NULL, NULL, 'TABLE'" or "SQLSetStmtAttr 0, 30" (attribute, value); calls that
+    // were answered with SQL_STILL_EXECUTING are left out.
+    std::vector<std::string> calls;
+    int openStatements = 0;  // also when their connection was closed
+    int openConnections = 0;
 };
 
 struct Script {
-    std::vector<std::pair<int, std::string>> infoTexts;
-    std::vector<std::pair<int, long long>> infoNumbers;
-    std::set<std::string> unsupported;
-    std::vector<std::pair<std::string, Fault>> faults;
-    std::vector<std::pair<std::string, int>> stillExecuting;
-    std::list<Answer> statements;
-    std::list<Answer> tables;
-    std::list<Answer> columns;
+    std::string driverName = "libscripteddriver.so";
+    std::string dbmsName = "Scripted";
+    // The driver refuses SQLGetData where this doesn't announce it. 15: any column, in any order, bound ones
+    // too.
+    int getDataExtensions = 15;
+    bool hasCatalogFunctions = true;
+    // Each SQLExecDirect, SQLTables, SQLColumns, SQLGetData, and SQLFetch before a row, is answered with so
+    // many SQL_STILL_EXECUTING at first.
+    int stillExecuting = 0;
+    // In those of SQLDriverConnect, %CONNECTION% becomes the connection string.
+    FunctionFaults faults;
+    std::map<std::string, Answer> statements;
+    Answer tables;
+    Answer columns;
+    Log log;
 };
-
-std::string ToText(const Script& script);
-// Throws std::exception if it isn't what ToText writes.
-Script FromText(const std::string& text);
 
 }  // namespace kortavin::testing

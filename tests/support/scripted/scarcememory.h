@@ -5,13 +5,13 @@
 
 namespace kortavin::testing {
 
-// While one stands, allocations of C++ objects fail: from number `first` (counted from 1) on so many of them.
-// The scripted driver has an allocator of its own and never fails.
+// While one stands, so many allocations of C++ objects go well and then so many fail. The scripted driver has
+// an allocator of its own and never fails.
 class ScarceMemory {
   public:
     static constexpr std::size_t kForEver = std::numeric_limits<std::size_t>::max();
 
-    explicit ScarceMemory(std::size_t first, std::size_t count = 1);
+    ScarceMemory(std::size_t goesWell, std::size_t failing);
     ~ScarceMemory();
     ScarceMemory(const ScarceMemory&) = delete;
     ScarceMemory& operator=(const ScarceMemory&) = delete;

@@ -1,4 +1,4 @@
-#include "tests/faults/scarcememory.h"
+#include "scarcememory.h"
 
 #include <cstdlib>
 #include <new>
@@ -25,10 +25,10 @@ bool Fails() {
 
 namespace kortavin::testing {
 
-ScarceMemory::ScarceMemory(std::size_t first, std::size_t count) {
+ScarceMemory::ScarceMemory(std::size_t well, std::size_t many) {
     anyFailed = false;
-    failing = count;
-    goesWell = first - 1;
+    failing = many;
+    goesWell = well;
 }
 
 ScarceMemory::~ScarceMemory() {
