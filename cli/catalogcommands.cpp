@@ -55,23 +55,26 @@ void ListColumns(const CatalogArguments& arguments) {
 
 }  // namespace
 
+// Each command has arguments of its own: the environment variable is applied to all commands, called or not.
 void AddCatalogCommands(CLI::App& app) {
-    const auto arguments = std::make_shared<CatalogArguments>();
-
+    const auto forTables = std::make_shared<CatalogArguments>();
     CLI::App* tables = app.add_subcommand("tables", "List the tables and views, one name a line");
-    AddConnectionOption(*tables, arguments->connection, "Example:\n  kortavin tables -c atlas.db");
-    tables->add_flag("--json", arguments->json, "As a JSON array of strings");
-    tables->callback([arguments] { ListTables(*arguments); });
+    AddConnectionOption(*tables, forTables->connection, "Example:\n  kortavin tables -c atlas.db");
+    tables->add_flag("--json", forTables->json, "As a JSON array of strings");
+    tables->callback([forTables] { ListTables(*forTables); });
 
+    const auto forColumns = std::make_shared<CatalogArguments>();
     CLI::App* columns = app.add_subcommand("columns", "List the columns of a table or view, one name a line");
-    AddConnectionOption(*columns, arguments->connection,
-                        "Names are given as a statement takes them: one with a blank stands in brackets.\n\n"
-                        "Example:\n  kortavin columns -c atlas.db Cities");
-    columns->add_option("TABLE", arguments->table, "Table or view, as 'tables' lists it")
+    AddConnectionOption(
+        *columns, forColumns->connection,
+        "A name with a blank stands in brackets, which not every data source takes. The driver may "
+        "read\n_ and % in TABLE as patterns.\n\n"
+        "Example:\n  kortavin columns -c atlas.db Cities");
+    columns->add_option("TABLE", forColumns->table, "Table or view, as 'tables' lists it")
         ->required()
         ->type_name("");
-    columns->add_flag("--json", arguments->json, "As a JSON array of strings");
-    columns->callback([arguments] { ListColumns(*arguments); });
+    columns->add_flag("--json", forColumns->json, "As a JSON array of strings");
+    columns->callback([forColumns] { ListColumns(*forColumns); });
 }
 
 }  // namespace kortavin::cli

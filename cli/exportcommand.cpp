@@ -90,6 +90,8 @@ void ExportAsGbk(CFile& target, const service::ExportOptions& options, _CRecords
 void ExportTo(CFile& target, const ExportArguments& arguments, const CString& statement) {
     Session session(arguments.connection);
     const auto rows = service::OpenStatement(session.GetDatabase(), statement);
+    if (rows->GetODBCFieldCount() == 0)
+        throw Failure("the statement was executed, but it has no result columns to export");
     ProgressLine progress;
     const auto exportRows = arguments.IsUtf8() ? ExportAsUtf8 : ExportAsGbk;
     exportRows(target, arguments.Options(), *rows, progress);
@@ -135,7 +137,7 @@ void AddExportCommand(CLI::App& app) {
         *command, arguments->connection,
         "A former file is replaced only when the new one is complete; it stays whole whatever goes wrong, "
         "Ctrl-C\n"
-        "included.\n\n"
+        "included. An interrupted statement may go on at the server.\n\n"
         "Examples:\n"
         "  kortavin export -c atlas.db \"SELECT * FROM Cities\" -o cities.csv --quote double\n"
         "  kortavin export -c atlas.db -f big.SQL -o big.dat --layout binary\n"

@@ -13,6 +13,7 @@
 #include "cli/text.h"
 #include "db/recordsetex.h"
 #include "framework/base/codepage.h"
+#include "framework/base/file.h"
 #include "service/statement.h"
 
 namespace kortavin::cli {
@@ -46,28 +47,38 @@ void WriteJson(const Json& json) {
     WriteOutput(json.dump() + "\n");
 }
 
-// The failure of the statement itself is the answer here, so it goes to the standard output; only the exit
-// code is the same as for any failure.
-[[noreturn]] void AnswerRejected(const CDBException& error) {
-    const DatabaseReason reason(error);
-    WriteJson({{"ok", false}, {"state", reason.state}, {"message", reason.text}});
+void ExecuteChecked(const StatementArguments& arguments) {
+    const CString statement = ReadStatement(arguments.statement);
+    Session session(arguments.connection);
+    service::OpenStatement(session.GetDatabase(), statement);
+}
+
+// The failure is the answer here, so it goes to the standard output; only the exit code is the same as for
+// any failure.
+[[noreturn]] void AnswerRefused(const std::string& state, const std::string& message) {
+    WriteJson({{"ok", false}, {"state", state}, {"message", message}});
     throw CLI::RuntimeError(1);
 }
 
-void Check(const StatementArguments& arguments) {
-    const CString statement = ReadStatement(arguments.statement);
-    Session session(arguments.connection);
+void CheckAsJson(const StatementArguments& arguments) {
     try {
-        service::OpenStatement(session.GetDatabase(), statement);
+        ExecuteChecked(arguments);
     } catch (const CDBException& error) {
-        if (arguments.json)
-            AnswerRejected(error);
-        throw;
+        const DatabaseReason reason(error);
+        AnswerRefused(reason.state, reason.text);
+    } catch (const Failure& failure) {
+        AnswerRefused("", failure.what());
+    } catch (const CFileException& error) {
+        AnswerRefused("", Utf8(error.GetErrorMessage()));
     }
+    WriteJson({{"ok", true}});
+}
+
+void Check(const StatementArguments& arguments) {
     if (arguments.json)
-        WriteJson({{"ok", true}});
-    else
-        WriteOutput("The data source accepts the statement.\n");
+        return CheckAsJson(arguments);
+    ExecuteChecked(arguments);
+    WriteOutput("The data source accepts the statement.\n");
 }
 
 void WriteDescriptionJson(const std::vector<CODBCFieldInfo>& columns) {
@@ -160,44 +171,54 @@ void Preview(const StatementArguments& arguments) {
         WriteMessage("the statement was executed; it has no result columns");
 }
 
-CLI::App* AddStatementCommand(CLI::App& app, const char* name, const char* description,
-                              const std::shared_ptr<StatementArguments>& arguments, const char* json,
-                              const char* help) {
-    CLI::App* command = app.add_subcommand(name, description);
-    AddConnectionOption(*command, arguments->connection, help);
+// What distinguishes the commands; each has arguments of its own, since the environment variable is applied
+// to all commands, called or not.
+struct StatementCommand {
+    const char* name;
+    const char* description;
+    const char* json;
+    const char* help;
+    void (*run)(const StatementArguments&);
+};
+
+constexpr StatementCommand kCheck = {
+    "check", "Execute a statement and tell whether the data source accepts it",
+    "As {\"ok\": true}, or {\"ok\": false, \"state\": ..., \"message\": ...} with exit code 1",
+    "The statement is really executed. Interrupted, it may go on at the server.\n\n"
+    "Example:\n  kortavin check -c atlas.db \"SELECT * FROM Cities\"",
+    Check};
+constexpr StatementCommand kDescribe = {"describe", "Describe the result columns of a statement",
+                                        "As a JSON array of objects",
+                                        "The statement is really executed. Types are ODBC 2 type codes.\n\n"
+                                        "Example:\n  kortavin describe -c atlas.db -f big.SQL",
+                                        Describe};
+constexpr StatementCommand kPreview = {
+    "preview", "Show the first rows of a statement's result",
+    "As {\"columns\": [...], \"rows\": [[...], ...]}, every value a text",
+    "NULL shows as an empty text; control characters are escaped in the table.\n\n"
+    "Example:\n  kortavin preview -c atlas.db -n 5 \"SELECT Name, 中文名 FROM Cities\"",
+    Preview};
+
+std::shared_ptr<StatementArguments> AddStatementCommand(CLI::App& app, const StatementCommand& kind) {
+    const auto arguments = std::make_shared<StatementArguments>();
+    CLI::App* command = app.add_subcommand(kind.name, kind.description);
+    AddConnectionOption(*command, arguments->connection, kind.help);
     AddStatementSource(*command, arguments->statement);
-    command->add_flag("--json", arguments->json, json);
-    return command;
+    command->add_flag("--json", arguments->json, kind.json);
+    command->callback([arguments, run = kind.run] { run(*arguments); });
+    return arguments;
 }
 
 }  // namespace
 
 void AddStatementCommands(CLI::App& app) {
-    const auto arguments = std::make_shared<StatementArguments>();
-
-    CLI::App* check = AddStatementCommand(
-        app, "check", "Execute a statement and tell whether the data source accepts it", arguments,
-        "As {\"ok\": true}, or {\"ok\": false, \"state\": ..., \"message\": ...} with exit code 1",
-        "The statement is really executed.\n\nExample:\n  kortavin check -c atlas.db \"SELECT * FROM "
-        "Cities\"");
-    check->callback([arguments] { Check(*arguments); });
-
-    CLI::App* describe =
-        AddStatementCommand(app, "describe", "Describe the result columns of a statement", arguments,
-                            "As a JSON array of objects",
-                            "The statement is really executed. Types are ODBC 2 type codes.\n\n"
-                            "Example:\n  kortavin describe -c atlas.db -f big.SQL");
-    describe->callback([arguments] { Describe(*arguments); });
-
-    CLI::App* preview = AddStatementCommand(
-        app, "preview", "Show the first rows of a statement's result", arguments,
-        "As {\"columns\": [...], \"rows\": [[...], ...]}, every value a text",
-        "NULL shows as an empty text; control characters are escaped in the table.\n\n"
-        "Example:\n  kortavin preview -c atlas.db -n 5 \"SELECT Name, 中文名 FROM Cities\"");
-    preview->add_option("-n,--rows", arguments->rows, "At most so many rows; 10 unless told")
+    AddStatementCommand(app, kCheck);
+    AddStatementCommand(app, kDescribe);
+    const auto arguments = AddStatementCommand(app, kPreview);
+    app.get_subcommand(kPreview.name)
+        ->add_option("-n,--rows", arguments->rows, "At most so many rows, up to a million; 10 unless told")
         ->check(CLI::Range(0, 1'000'000).description(""))
         ->type_name("COUNT");
-    preview->callback([arguments] { Preview(*arguments); });
 }
 
 }  // namespace kortavin::cli

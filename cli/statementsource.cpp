@@ -18,8 +18,12 @@ void AddStatementSource(CLI::App& command, StatementSource& source) {
 }
 
 CString ReadStatement(const StatementSource& source) {
-    if (!source.file.empty())
-        return ReadStatementFile(source.file);
+    if (!source.file.empty()) {
+        const CString statement = ReadStatementFile(source.file);
+        if (statement.IsEmpty())
+            throw Failure(fmt::format("{}: the statement is empty", source.file));
+        return statement;
+    }
     if (source.text.empty())
         throw UsageFailure("a statement is required: SQL or -f FILE.SQL");
     return ToGbk(source.text);

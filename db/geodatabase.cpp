@@ -56,7 +56,6 @@ BOOL CGeoDatabase::GetAllTables(CStringArray& tables) {
     tables.RemoveAll();
     try {
         WithMemoryErrors([&] {
-            Text(TextId::MemoryError);  // made while there still is memory for it
             _CTables catalog(this);
             result = catalog.Open(nullptr, nullptr, nullptr, "'TABLE,VIEW'", CRecordset::forwardOnly);
             for (; !catalog.IsEOF(); catalog.MoveNext())

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "framework/base/cstring.h"
+#include "framework/base/export.h"
 
-// The texts that people see, by name. Sources hold them in UTF-8; here they become GBK, once, at first use,
-// whatever the compiler's execution character set is.
+// The texts that people see, by name, in GBK. resources/texts.txt holds them in UTF-8; the build makes the
+// bytes, so they are the same with every compiler and need no memory at run time.
 namespace kortavin::resources {
 
+// In the order of the file's lines.
 enum class TextId {
     Ascending,
     WrongFileFormat,
@@ -13,6 +14,6 @@ enum class TextId {
     Count,  // not a text
 };
 
-KORTAVIN_API const CString& Text(TextId id);
+KORTAVIN_API const char* Text(TextId id);
 
 }  // namespace kortavin::resources

@@ -71,6 +71,7 @@ RowExport::RowExport(CFile& file, const ExportOptions& options, _CRecordsetEx& r
     : m_file(file), m_options(options), m_recordset(recordset), m_columns(DescribeResult(recordset)) {}
 
 void RowExport::WriteHeader() {
+    m_recordset.RequireOpen();
     if (HasBinaryHeader())
         WriteBinaryHeader();
     else if (m_options.header)
@@ -122,6 +123,7 @@ void RowExport::WriteRows(const ExportCallback& callback) {
 }
 
 void RowExport::WriteEachRow(const ExportCallback& callback) {
+    m_recordset.RequireOpen();
     while (!m_recordset.IsBOF() && !m_recordset.IsEOF()) {
         if (HasBinaryHeader() && m_progress.rows == INT_MAX)
             throw CNotSupportedException("The binary header cannot count more rows.");

@@ -9,9 +9,10 @@
 namespace kortavin::odbc {
 namespace {
 
-// Pieces begin small, since some drivers fill a buffer up to its end however short the value is.
+// Pieces begin small, since some drivers fill a buffer up to its end however short the value is. They grow
+// with the value, since some measure what is left of it for each piece.
 constexpr std::size_t kFirstPiece = 4 * 1024;
-constexpr std::size_t kLargestPiece = 1024 * 1024;
+constexpr std::size_t kKept = 1024 * 1024;
 
 RETCODE CallGetData(HSTMT statement, SQLUSMALLINT column, SQLSMALLINT targetType, SQLPOINTER buffer,
                     SQLLEN size, SQLLEN& length) {
@@ -38,7 +39,7 @@ RETCODE GetData(const CDatabase* database, HSTMT statement, SQLUSMALLINT column,
 
 std::optional<std::string_view> PieceReader::Read(SQLUSMALLINT column) {
     // What one long value needed is not kept for the short ones that follow.
-    if (m_text.size() > kLargestPiece)
+    if (m_text.size() > kKept)
         m_text = std::string();
     m_received = 0;
     m_outOfRange = false;
@@ -47,7 +48,7 @@ std::optional<std::string_view> PieceReader::Read(SQLUSMALLINT column) {
     if (piece == Piece::Null)
         return std::nullopt;
     while (piece == Piece::MoreToCome) {
-        room = std::min(room * 4, kLargestPiece);
+        room = std::max(kFirstPiece, m_received);
         piece = ReadPiece(column, room);
     }
     return std::string_view(m_text.data(), m_received);

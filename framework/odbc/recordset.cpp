@@ -10,6 +10,14 @@
 using kortavin::odbc::Succeeded;
 using kortavin::odbc::WhileExecuting;
 
+namespace {
+
+bool IsBinary(SWORD sqlType) {
+    return sqlType == SQL_BINARY || sqlType == SQL_VARBINARY || sqlType == SQL_LONGVARBINARY;
+}
+
+}  // namespace
+
 // The statement stands last, so that it goes before the buffers that are bound to it.
 struct CRecordset::Result {
     std::unique_ptr<CFieldExchange> fields;
@@ -114,7 +122,13 @@ void CRecordset::ForgetDescription() {
     m_fieldInfos.clear();
 }
 
+void CRecordset::RequireOpen() const {
+    if (!m_isOpen)
+        throw kortavin::odbc::MakeOwnError(SQL_ERROR, "24000", "The recordset is not open.");
+}
+
 void CRecordset::MoveNext() {
+    RequireOpen();
     if (m_isEOF)
         return;
     WithMemoryErrors([this] {
@@ -162,7 +176,10 @@ void CRecordset::ReadColumnText(short index, CString& value) {
             return value.Empty();
         const auto& charset = m_pDatabase->GetNarrowCharset();
         std::string& text = value.GetStorage();
-        if (!charset.ToGbk(text, *narrow))
+        // Where a driver hands the bytes of a binary column out as they are, they are no text to convert.
+        if (IsBinary(m_fieldInfos[static_cast<std::size_t>(index)].m_nSQLType))
+            text.assign(*narrow);
+        else if (!charset.ToGbk(text, *narrow))
             ThrowNotUsable(index, ("is not valid text in the character set " + charset.GetName()).c_str());
         if (text.size() > INT_MAX) {
             value.Empty();

@@ -32,11 +32,14 @@ class KORTAVIN_API CRecordset : public CObject {
     // Ends the result and frees the statement; the recordset can be opened again.
     virtual void Close();
     BOOL IsOpen() const { return m_isOpen; }
+    // Throws CDBException when it is not: never opened, or closed, if only because its connection was.
+    void RequireOpen() const;
 
     // An empty result is at both marks at once.
     BOOL IsBOF() const { return m_isBOF; }
     BOOL IsEOF() const { return m_isEOF; }
-    // The next row, or the end mark. Nothing happens at the end. Throws CDBException and CMemoryException.
+    // The next row, or the end mark. Nothing happens at the end. Throws CDBException, also when the recordset
+    // is not open, and CMemoryException.
     void MoveNext();
 
     // -1 while the result is not described.

@@ -62,6 +62,16 @@ TEST(Connection, PasswordIsNeverShown) {
     }
 }
 
+TEST(Connection, OptionWinsOverTheEnvironment) {
+    const std::string shell = "export KORTAVIN_CONNECTION=/nosuch.db; " + kPlain;
+    for (const Arguments& arguments :
+         {OnSample("tables", {}), OnSample("columns", {"Cities"}),
+          OnSample("check", {"SELECT Id FROM Cities"}), OnSample("describe", {"SELECT Id FROM Cities"}),
+          OnSample("preview", {"SELECT Id FROM Cities"}),
+          OnSample("export", {"SELECT Id FROM Cities", "-o", "-"})})
+        EXPECT_EQ(RunTool(arguments, shell).exitCode, 0) << arguments[0];
+}
+
 TEST(CommandLine, WrongUsageEndsWithTwoAndWritesNothing) {
     const std::vector<Arguments> wrong = {{},
                                           {"dance"},

@@ -95,6 +95,21 @@ TEST_P(Recordset, ValuesOfEverySizeAroundTheBuffersComeWholeInWhateverOrderTheyA
     EXPECT_TRUE(m_recordset.IsEOF());
 }
 
+TEST_P(Recordset, BytesOfABinaryColumnAreNotTakenForText) {
+    const std::string type = m_backend == Backend::Sqlite    ? "blob"
+                             : m_backend == Backend::Mariadb ? "varbinary(20)"
+                                                             : "bytea";
+    const std::string bytes = m_backend == Backend::Sqlite || m_backend == Backend::Mariadb
+                                  ? "x'e4b8adff'"
+                                  : "decode('e4b8adff', 'hex')";
+    const std::string table = MakeTable("a " + type);
+    Execute("INSERT INTO " + table + " VALUES (" + bytes + "), (" + bytes + ")");
+    const std::string expected = m_backend == Backend::Sqlite    ? "X'E4B8ADFF'"
+                                 : m_backend == Backend::Mariadb ? "\xE4\xB8\xAD\xFF"
+                                                                 : "e4b8adff";
+    EXPECT_EQ(Query("SELECT a FROM " + table), (std::vector<Row>{{expected}, {expected}}));
+}
+
 TEST_P(Recordset, PreparedStatementIsReadLikeADirectOne) {
     const CString select(Gbk("SELECT a FROM " + MakeTable("a integer")));
     EXPECT_TRUE(m_recordset.Open(CRecordset::forwardOnly, select, CRecordset::none));

@@ -1,4 +1,6 @@
+#include "service/exportrows.h"
 #include "service/querysql.h"
+#include "service/statement.h"
 #include "tests/support/databases.h"
 
 using namespace kortavin::test;
@@ -80,4 +82,16 @@ TEST_F(ExportFailure, OfAFullDiskIsNotLostInTheFilesBuffer) {
         CFile bare("/dev/full", CFile::modeWrite);
         EXPECT_EQ(Export(bare, format, 0), 0);
     }
+}
+
+TEST_F(ExportFailure, AConnectionThatIsClosedMeanwhileIsNoEnd) {
+    namespace service = kortavin::service;
+    const auto rows = service::OpenStatement(m_database, "SELECT 1 UNION ALL SELECT 2 UNION ALL SELECT 3");
+    CMemFile file;
+    const auto close = [this](const service::ExportProgress& progress) {
+        if (progress.rows == 2)
+            m_database.Close();
+    };
+    EXPECT_THROW(service::ExportRows(file, {}, *rows, close), CDBException);
+    EXPECT_THROW(service::ExportRows(file, {}, *rows), CDBException);
 }

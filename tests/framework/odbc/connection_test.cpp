@@ -27,7 +27,7 @@ TEST_P(Connection, ClosingOrGoingEndsItsOpenRecordsets) {
     EXPECT_FALSE(another.IsOpen());
     EXPECT_FALSE(recordset.IsOpen());
     EXPECT_TRUE(recordset.IsEOF());
-    recordset.MoveNext();
+    EXPECT_THROW(recordset.MoveNext(), CDBException);
     EXPECT_THROW(database->ExecuteSQL("SELECT 1"), CDBException);
 
     database->Open(connectionString);
