@@ -23,6 +23,6 @@ find_package(kortavin REQUIRED)
 add_executable(host host.cpp)
 target_link_libraries(host PRIVATE kortavin::kortavin)
 CMAKE
-cmake -S "$work/project" -B "$work/built" -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_COMPILER="$compiler" >>"$work/log"
+cmake -G Ninja -S "$work/project" -B "$work/built" -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_COMPILER="$compiler" >>"$work/log"
 cmake --build "$work/built" >>"$work/log"
 "$work/built/host"
