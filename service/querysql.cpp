@@ -74,14 +74,16 @@ int CQuerySql::QueryDataToFile(CFile* file, int format, int quoteMode, int heade
     const kortavin::service::ExportOptions options{static_cast<kortavin::service::ExportLayout>(format),
                                                    static_cast<kortavin::service::ExportQuote>(quoteMode),
                                                    header != 0};
-    RowExport rowExport(*file, options, *recordset);
-    rowExport.WriteHeader();
-    try {
-        rowExport.WriteRows();
-        return 1;
-    } catch (...) {  // a host's file may throw anything
-        return 0;
-    }
+    return WithMemoryErrors([&] {
+        RowExport rowExport(*file, options, *recordset);
+        rowExport.WriteHeader();
+        try {
+            rowExport.WriteRows();
+            return 1;
+        } catch (...) {  // a host's file may throw anything
+            return 0;
+        }
+    });
 }
 
 void CQuerySql::WriteByFormat(CFile* file, CString& value, int format, int isLast) {
