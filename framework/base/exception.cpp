@@ -18,3 +18,8 @@ CNotSupportedException::~CNotSupportedException() = default;
 const char* CNotSupportedException::what() const noexcept {
     return "not supported";
 }
+
+CResourceException::~CResourceException() = default;
+const char* CResourceException::what() const noexcept {
+    return "resource missing";
+}

@@ -45,3 +45,16 @@ class KORTAVIN_API CNotSupportedException : public CException {
   private:
     CString m_text;
 };
+
+// Something that a window needs cannot be had: a toolkit, a dialog template, a control. It carries only a
+// text.
+class KORTAVIN_API CResourceException : public CException {
+  public:
+    explicit CResourceException(const CString& text) : m_text(text) {}
+    ~CResourceException() override;
+    CString GetErrorMessage() const override { return m_text; }
+    const char* what() const noexcept override;
+
+  private:
+    CString m_text;
+};

@@ -7,9 +7,11 @@
 
 inline constexpr UINT MB_OK = 0;
 inline constexpr int IDOK = 1;
+inline constexpr int IDCANCEL = 2;
 
 // Shows a GBK text in a message box and answers the button that closed it. The text goes to the handler;
-// where none is set and no window can be had, it is dropped and the answer is IDOK.
+// where none is set, to a box of the toolkit, which is loaded if need be. Where none can be had, the text is
+// dropped and the answer is IDOK.
 KORTAVIN_API int AfxMessageBox(const char* text, UINT type = MB_OK, UINT helpContext = 0);
 
 namespace kortavin::window {

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "framework/window/wnd.h"
+
+// One pass of moving data between a dialog's controls and its members.
+class KORTAVIN_API CDataExchange {
+  public:
+    CDataExchange(CWnd* dialog, BOOL save) : m_bSaveAndValidate(save), m_pDlgWnd(dialog) {}
+
+    // The control's window. CNotSupportedException when the dialog has none of that id.
+    HWND PrepareCtrl(int id) const;
+
+    BOOL m_bSaveAndValidate;  // TRUE: from controls to members
+    CWnd* m_pDlgWnd;
+};
+
+// Attaches the object to the dialog's control, unless it has a window. CNotSupportedException when the dialog
+// has no such control, or another object is attached to it.
+KORTAVIN_API void DDX_Control(CDataExchange* exchange, int id, CWnd& control);

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "framework/window/dataexchange.h"
+#include "framework/window/module.h"
+#include "framework/window/wnd.h"
+
+// A modal dialog made from a template. Enter presses its default button, Esc cancels.
+class KORTAVIN_API CDialog : public CWnd {
+  public:
+    CDialog() = default;  // for InitModalIndirect
+    explicit CDialog(unsigned templateId, CWnd* parent = nullptr);
+    ~CDialog() override;
+
+    // A template in memory, which must live until DoModal returns; its texts are those of `module` (null: the
+    // current source).
+    void InitModalIndirect(const kortavin::window::DialogTemplate& dialog, CWnd* parent = nullptr,
+                           const kortavin::window::ResourceModule* module = nullptr);
+
+    // Shows the dialog and runs it until EndDialog; answers what that was given, IDCANCEL when the window was
+    // destroyed without. CResourceException when the template or a class of its controls does not exist or no
+    // toolkit can be had. An error in a handler that is not the framework's ends the run and is thrown.
+    virtual int DoModal();
+    void EndDialog(int result);
+
+    // Pixels for dialog units, by the dialog's font.
+    void MapDialogRect(CRect* rect) const;
+
+    const kortavin::window::MessageMap* GetMessageMap() const override;
+
+  protected:
+    // All controls exist and data went to them. TRUE: the first control with WS_TABSTOP gets the focus.
+    virtual BOOL OnInitDialog();
+    virtual void OnOK();      // moves data to members, then ends with IDOK
+    virtual void OnCancel();  // ends with IDCANCEL
+
+    void OnClose();
+
+  private:
+    unsigned m_templateId = 0;
+    const kortavin::window::DialogTemplate* m_template = nullptr;
+    const kortavin::window::ResourceModule* m_module = nullptr;
+    CWnd* m_parent = nullptr;
+    CSize m_unit{8, 16};  // the average character of the dialog's font
+    int m_result = 0;
+};
+
+namespace kortavin::window {
+
+// Makes the controls of a template in a window that is there. Used by dialogs and property pages. Answers the
+// size of a character that the dialog units stand for.
+KORTAVIN_API CSize MakeControls(HWND parent, const DialogTemplate& dialog, const ResourceModule& module);
+// The average character of a template's font.
+KORTAVIN_API CSize DialogUnitOf(const CFont& font);
+KORTAVIN_API CFont DialogFont(const DialogTemplate& dialog);
+
+}  // namespace kortavin::window

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "framework/window/toolkit.h"
+
+namespace kortavin::window {
+
+// How a window stands among the others.
+struct WindowPlace {
+    WindowKind kind = WindowKind::Plain;
+    HWND parent = nullptr;  // it lies in this one and is destroyed with it
+    HWND owner = nullptr;   // gets its notifications; null: the parent does
+    int id = 0;
+    DWORD style = 0;
+};
+
+// The library's record of one native window: its place in the tree, the object that handles its messages, and
+// the focus, capture and posted messages that concern it. HWND points to one. Without an object its messages
+// go to the toolkit's own handling.
+class KORTAVIN_API Window {
+  public:
+    using MakeNative = std::function<std::unique_ptr<NativeWindow>(Window&)>;
+
+    // Makes the record and, by `make`, what it stands for. The record owns itself until Destroy.
+    static HWND Create(const WindowPlace& place, const MakeNative& make);
+    // As asked of the toolkit in use, which is loaded if need be.
+    static HWND Create(const WindowPlace& place, const WindowRequest& request);
+
+    // Takes the window and all its children away: WM_DESTROY and WM_NCDESTROY go out, posted messages are
+    // dropped. The native window may have gone already (`nativeIsGone`): then it is not asked again.
+    void Destroy(bool nativeIsGone = false);
+
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    NativeWindow& Native() const { return *m_native; }
+    WindowKind Kind() const { return m_place.kind; }
+    HWND Parent() const { return m_place.parent; }
+    HWND Receiver() const { return m_place.owner != nullptr ? m_place.owner : m_place.parent; }
+    void SetOwner(HWND owner) { m_place.owner = owner; }
+    int Id() const { return m_place.id; }
+    void SetId(int id) { m_place.id = id; }
+    DWORD Style() const { return m_place.style; }
+    const std::vector<HWND>& Children() const { return m_children; }
+    HWND Child(int id) const;  // null when there is none; the first made counts
+
+    // The object that handles the messages; not owned. Setting one gives it what came to the window before.
+    CWnd* Object() const { return m_object; }
+    void SetObject(CWnd* object) { m_object = object; }
+    // The object, or one made for the asking that lives as long as the window.
+    CWnd* ObjectForAsking();
+
+    CFont& Font() { return m_font; }
+
+  private:
+    explicit Window(const WindowPlace& place);
+    ~Window();
+
+    WindowPlace m_place;
+    std::unique_ptr<NativeWindow> m_native;
+    CWnd* m_object = nullptr;
+    std::unique_ptr<CWnd> m_madeObject;
+    std::vector<HWND> m_children;
+    CFont m_font;
+    bool m_dying = false;
+};
+
+// FALSE for null and for a window that is gone.
+KORTAVIN_API bool IsWindow(HWND window);
+
+// --- What a toolkit reports. No error leaves these: one of the framework's is shown in a message box, any
+// other ends the innermost modal run and is thrown by its DoModal. A window may be gone when they return.
+
+// A message to the window's object, else to the toolkit's own handling. Mouse and key messages, WM_PAINT,
+// WM_SIZE, WM_TIMER, WM_HSCROLL and WM_VSCROLL, WM_SETCURSOR, WM_CLOSE, WM_DRAWITEM and WM_MEASUREITEM (to
+// the control itself), WM_GETDLGCODE, WM_SYSCOLORCHANGE.
+KORTAVIN_API LRESULT Report(Window& window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) noexcept;
+// The control notifies with `code`: it may handle that itself (a reflected notification), else its owner or
+// parent gets WM_COMMAND.
+KORTAVIN_API void ReportNotification(Window& control, WORD code) noexcept;
+// The user moved the keyboard focus; null: out of the library's windows. Not for popups of the focus window.
+KORTAVIN_API void ReportFocus(HWND gainer) noexcept;
+// The capture ended without ReleaseCapture.
+KORTAVIN_API void ReportCaptureLost() noexcept;
+// The host destroyed what the window stands for.
+KORTAVIN_API void ReportGone(Window& window) noexcept;
+// Sends what was posted, in its order, until the queue is empty; what is posted meanwhile comes last.
+KORTAVIN_API void DispatchPosted() noexcept;
+// Runs a toolkit's own code under the same rule.
+KORTAVIN_API void Guarded(const std::function<void()>& body) noexcept;
+
+// --- What the library itself uses.
+
+// To the window's object at once; errors reach the caller. 0 for a window that is gone.
+KORTAVIN_API LRESULT SendMessage(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+// Later, from the loop; dropped if the window is gone by then. FALSE for one that is gone already.
+KORTAVIN_API BOOL PostMessage(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+// As ReportNotification, but errors reach the caller.
+KORTAVIN_API LRESULT NotifyReceiver(HWND control, WORD code);
+KORTAVIN_API HWND FocusWindow();
+KORTAVIN_API void SetFocusTo(HWND window);  // null: no window of the library
+KORTAVIN_API HWND CaptureWindow();
+KORTAVIN_API void SetCaptureTo(HWND window);  // null: released
+
+// Runs a dialog's loop; an error that ended it is thrown again.
+KORTAVIN_API void RunModal(HWND dialog);
+
+}  // namespace kortavin::window
