@@ -52,6 +52,8 @@ enum class TextId {
     TextCircledDot,
     TextPlus,
     TextCross,
+    DamagedModule,
+    ProductDescription,
     Count,  // not a text
 };
 

@@ -16,9 +16,11 @@ class KORTAVIN_API CDialog : public CWnd {
     void InitModalIndirect(const kortavin::window::DialogTemplate& dialog, CWnd* parent = nullptr,
                            const kortavin::window::ResourceModule* module = nullptr);
 
-    // Shows the dialog and runs it until EndDialog; answers what that was given, IDCANCEL when the window was
-    // destroyed without. CResourceException when the template or a class of its controls does not exist or no
-    // toolkit can be had. An error in a handler that is not the framework's ends the run and is thrown.
+    // Shows the dialog and runs it until EndDialog; answers what that was given. IDCANCEL when the window was
+    // destroyed without; -1 when the object has a window already, or when its data could not be moved to its
+    // controls, after that was shown. CResourceException when the template or a class of its controls does
+    // not exist or no toolkit can be had. An error in a handler that is not the framework's ends the run and
+    // is thrown.
     virtual int DoModal();
     void EndDialog(int result);
 
@@ -28,7 +30,7 @@ class KORTAVIN_API CDialog : public CWnd {
     const kortavin::window::MessageMap* GetMessageMap() const override;
 
   protected:
-    // All controls exist and data went to them. TRUE: the first control with WS_TABSTOP gets the focus.
+    // All controls exist. Moves data to them. TRUE: the first control with WS_TABSTOP gets the focus.
     virtual BOOL OnInitDialog();
     virtual void OnOK();      // moves data to members, then ends with IDOK
     virtual void OnCancel();  // ends with IDCANCEL
@@ -36,21 +38,30 @@ class KORTAVIN_API CDialog : public CWnd {
     void OnClose();
 
   private:
+    kortavin::window::FoundDialog FindTemplate() const;
+    void Open(const kortavin::window::FoundDialog& found);
+    void FocusFirstControl();
+    int RunToEnd();
+
     unsigned m_templateId = 0;
     const kortavin::window::DialogTemplate* m_template = nullptr;
     const kortavin::window::ResourceModule* m_module = nullptr;
     CWnd* m_parent = nullptr;
     CSize m_unit{8, 16};  // the average character of the dialog's font
-    int m_result = 0;
+    std::optional<int> m_result;
 };
 
 namespace kortavin::window {
 
-// Makes the controls of a template in a window that is there. Used by dialogs and property pages. Answers the
-// size of a character that the dialog units stand for.
+// A hidden dialog window as the template says, without its controls. CResourceException as DoModal.
+KORTAVIN_API HWND MakeDialogWindow(const FoundDialog& found, HWND parent);
+// Makes the controls of a template in a window that is there, for dialogs and the like. Answers the size of a
+// character that the dialog units stand for.
 KORTAVIN_API CSize MakeControls(HWND parent, const DialogTemplate& dialog, const ResourceModule& module);
-// The average character of a template's font.
-KORTAVIN_API CSize DialogUnitOf(const CFont& font);
+
 KORTAVIN_API CFont DialogFont(const DialogTemplate& dialog);
+// The average character of a font, four dialog units wide and eight high.
+KORTAVIN_API CSize DialogUnitOf(const CFont& font);
+KORTAVIN_API CRect PixelsOf(const CRect& units, CSize unit);
 
 }  // namespace kortavin::window

@@ -1,0 +1,76 @@
+#include "framework/window/window.h"
+#include "framework/window/wnd.h"
+
+namespace kortavin::window {
+namespace {
+
+// Drawing and measuring requests are the control's own first, as its notifications are.
+bool IsRequestToControl(UINT message) {
+    return message == WM_DRAWITEM || message == WM_MEASUREITEM;
+}
+
+}  // namespace
+
+LRESULT Window::OfferToControl(UINT message, WPARAM wParam, LPARAM lParam) {
+    LRESULT result = 0;
+    if (m_object != nullptr && m_object->OnChildNotify(message, wParam, lParam, &result))
+        return result;
+    return SendMessage(IsWindow(this) ? Receiver() : nullptr, message, wParam, lParam);
+}
+
+LRESULT SendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!IsWindow(window))
+        return 0;
+    if (CWnd* const object = window->Object(); object != nullptr)
+        return object->WindowProc(message, wParam, lParam);
+    return HandleByDefault(window, message, wParam, lParam);
+}
+
+LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_CLOSE:
+            window->Destroy();
+            return 0;
+        case WM_GETFONT:
+            return reinterpret_cast<LRESULT>(&window->Font());
+        case WM_SETFONT:
+            window->SetFont(*reinterpret_cast<const CFont*>(wParam));
+            window->Native().SetFont(window->Font());
+            if (lParam != 0)
+                window->Native().Invalidate(nullptr);
+            return 0;
+        case WM_COMMAND:
+        case WM_NOTIFY:
+        case WM_DESTROY:
+        case WM_NCDESTROY:
+            return 0;
+        default:
+            return window->Native().DefaultProc(message, wParam, lParam);
+    }
+}
+
+LRESULT NotifyReceiver(HWND control, WORD code) {
+    if (!IsWindow(control))
+        return 0;
+    return control->OfferToControl(WM_COMMAND, MakeWParam(static_cast<WORD>(control->Id()), code),
+                                   reinterpret_cast<LPARAM>(control));
+}
+
+LRESULT Report(Window& window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    LRESULT result = 0;
+    Guarded([&] {
+        result = IsRequestToControl(message) ? window.OfferToControl(message, wParam, lParam)
+                                             : SendMessage(&window, message, wParam, lParam);
+    });
+    return result;
+}
+
+void ReportNotification(Window& control, WORD code) noexcept {
+    Guarded([&] { NotifyReceiver(&control, code); });
+}
+
+void ReportGone(Window& window) noexcept {
+    window.Destroy();
+}
+
+}  // namespace kortavin::window

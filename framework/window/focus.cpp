@@ -1,0 +1,82 @@
+#include <utility>
+
+#include "framework/window/window.h"
+
+namespace kortavin::window {
+namespace {
+
+constinit HWND s_focus = nullptr;
+constinit HWND s_capture = nullptr;
+
+WPARAM ParamOf(HWND window) {
+    return reinterpret_cast<WPARAM>(window);
+}
+
+// Tells the loser, lets `take` do what the toolkit must, then tells the gainer. A handler that moves the
+// focus on ends the matter for the windows behind it.
+template <class Take>
+void MoveFocus(HWND gainer, Take take) {
+    const HWND loser = std::exchange(s_focus, gainer);
+    const auto isOvertaken = [gainer] { return s_focus != gainer; };
+    if (loser == gainer)
+        return;
+    SendMessage(loser, WM_KILLFOCUS, ParamOf(gainer));
+    if (isOvertaken())
+        return;
+    take();
+    if (!isOvertaken())
+        SendMessage(gainer, WM_SETFOCUS, ParamOf(IsWindow(loser) ? loser : nullptr));
+}
+
+}  // namespace
+
+HWND FocusWindow() {
+    return s_focus;
+}
+
+void SetFocusTo(HWND gainer) {
+    if (gainer != nullptr && !IsWindow(gainer))
+        return;
+    const auto take = [gainer] {
+        if (gainer != nullptr)
+            gainer->Native().TakeFocus();
+    };
+    if (gainer == s_focus)
+        take();
+    else
+        MoveFocus(gainer, take);
+}
+
+void ReportFocus(HWND gainer) noexcept {
+    Guarded([gainer] { MoveFocus(IsWindow(gainer) ? gainer : nullptr, [] {}); });
+}
+
+HWND CaptureWindow() {
+    return s_capture;
+}
+
+void SetCaptureTo(HWND gainer) {
+    if (gainer != nullptr && !IsWindow(gainer))
+        return;
+    const HWND loser = std::exchange(s_capture, gainer);
+    if (loser == gainer)
+        return;
+    if (loser != nullptr)
+        loser->Native().ReleaseCapture();
+    if (gainer != nullptr)
+        gainer->Native().SetCapture();
+    SendMessage(loser, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(gainer));
+}
+
+void ReportCaptureLost() noexcept {
+    Guarded([] { SendMessage(std::exchange(s_capture, nullptr), WM_CAPTURECHANGED); });
+}
+
+void LeaveFocusAndCapture(HWND window) {
+    if (s_capture == window)
+        SetCaptureTo(nullptr);
+    if (s_focus == window)
+        MoveFocus(nullptr, [] {});
+}
+
+}  // namespace kortavin::window

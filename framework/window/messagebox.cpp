@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "framework/window/toolkit.h"
+
 namespace kortavin::window {
 namespace {
 
@@ -19,6 +21,12 @@ MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
 }  // namespace kortavin::window
 
 int AfxMessageBox(const char* text, UINT type, UINT /*helpContext*/) {
-    const auto handler = kortavin::window::CurrentHandler();
-    return handler ? handler(text != nullptr ? text : "", type) : IDOK;
+    const char* const shown = text != nullptr ? text : "";
+    if (const auto handler = kortavin::window::CurrentHandler())
+        return handler(shown, type);
+    try {
+        return kortavin::window::RequireToolkit().ShowMessageBox(shown, type, nullptr);
+    } catch (const CResourceException&) {
+        return IDOK;
+    }
 }

@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "framework/base/export.h"
 #include "framework/window/messages.h"
 
 class CWnd;
@@ -42,13 +43,13 @@ struct MessageMap {
 
     // The first entry that matches, here or further down; null for none. `code` and `id` do not count for
     // window messages, nor `id` for reflected ones.
-    const MessageEntry* Find(RouteKind kind, UINT message, int code = 0, int id = 0) const;
+    KORTAVIN_API const MessageEntry* Find(RouteKind kind, UINT message, int code = 0, int id = 0) const;
 };
 
 // Handlers are members; their signatures say how the parameters are handed over. A message's signature stands
 // with its number in messages.h.
-CWnd* WindowOfParam(std::uintptr_t param);
-CDC* DcOfParam(std::uintptr_t param);
+KORTAVIN_API CWnd* WindowOfParam(std::uintptr_t param);
+KORTAVIN_API CDC* DcOfParam(std::uintptr_t param);
 
 template <class C>
 LRESULT Call(C& c, void (C::*f)(), const Message&) {

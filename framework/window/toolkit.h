@@ -196,6 +196,7 @@ class KORTAVIN_API Toolkit {
     virtual LOGFONT MessageBoxFont() const = 0;
     virtual COLORREF SystemColor(int index) const = 0;
     virtual int SystemMetric(int index) const = 0;
+    virtual CSize PixelsPerInch() const { return {96, 96}; }  // per logical inch
 
     virtual CPoint PointerPosition() const = 0;         // on the screen
     virtual bool IsKeyDown(UINT virtualKey) const = 0;  // Shift, Ctrl, Alt and the mouse buttons
@@ -219,6 +220,7 @@ using ToolkitFactory = std::unique_ptr<Toolkit> (*)();
 KORTAVIN_API void RegisterToolkit(ToolkitFactory factory);
 
 // Puts a toolkit in place (a test's own), or takes it away (null); answers the former. No window may exist.
+// With null the next need makes one anew.
 KORTAVIN_API std::unique_ptr<Toolkit> SetToolkit(std::unique_ptr<Toolkit> toolkit);
 
 // The toolkit in use: made by the registered factory at first, which libkortavin-qt, loaded from beside this

@@ -1,0 +1,97 @@
+#include "framework/window/window.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "framework/window/wnd.h"
+
+namespace kortavin::window {
+namespace {
+
+// Never destroyed: windows of a host's static objects go later than anything here could.
+std::unordered_set<const Window*>& LivingWindows() {
+    static auto* windows = new std::unordered_set<const Window*>;
+    return *windows;
+}
+
+}  // namespace
+
+bool IsWindow(HWND window) {
+    return window != nullptr && LivingWindows().contains(window);
+}
+
+Window::Window(const WindowPlace& place) : m_place(place) {
+    LivingWindows().insert(this);
+    if (m_place.parent != nullptr)
+        m_place.parent->m_children.push_back(this);
+}
+
+Window::~Window() {
+    LivingWindows().erase(this);
+    if (IsWindow(m_place.parent))
+        std::erase(m_place.parent->m_children, this);
+}
+
+HWND Window::Create(const WindowPlace& place, const MakeNative& make) {
+    struct Deleter {
+        void operator()(Window* window) const { delete window; }
+    };
+    std::unique_ptr<Window, Deleter> window(new Window(place));
+    window->m_native = make(*window);
+    return window.release();
+}
+
+HWND Window::Create(const WindowPlace& place, const WindowRequest& request) {
+    const HWND window =
+        Create(place, [&](Window& made) { return RequireToolkit().MakeWindow(request, made); });
+    if (request.font != nullptr)
+        window->m_font = *request.font;
+    return window;
+}
+
+void Window::Destroy() noexcept {
+    if (std::exchange(m_dying, true))
+        return;
+    Guarded([this] { LeaveFocusAndCapture(this); });
+    Report(*this, WM_DESTROY);
+    while (!m_children.empty()) {
+        const HWND child = m_children.back();
+        child->Destroy();
+        std::erase(m_children, child);  // one that is being destroyed further up the stack
+    }
+    Report(*this, WM_NCDESTROY);
+    DropPosted(this);
+    CWnd* const object = m_object;
+    if (m_madeObject != nullptr)
+        m_madeObject->m_hWnd = nullptr;
+    if (object != nullptr)
+        object->m_hWnd = nullptr;
+    delete this;
+    if (object != nullptr)
+        Guarded([object] { object->PostNcDestroy(); });
+}
+
+HWND Window::Child(int id) const {
+    const auto found = std::find_if(m_children.begin(), m_children.end(),
+                                    [id](const Window* child) { return child->m_place.id == id; });
+    return found == m_children.end() ? nullptr : *found;
+}
+
+CWnd* Window::ObjectForAsking() {
+    if (m_object != nullptr)
+        return m_object;
+    if (m_madeObject == nullptr) {
+        m_madeObject = std::make_unique<CWnd>();
+        m_madeObject->m_hWnd = this;
+    }
+    return m_madeObject.get();
+}
+
+CFont& Window::Font() {
+    if (m_font.GetNative() == nullptr)
+        m_font = CFont(RequireToolkit().MessageBoxFont());
+    return m_font;
+}
+
+}  // namespace kortavin::window

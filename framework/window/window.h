@@ -29,9 +29,9 @@ class KORTAVIN_API Window {
     // As asked of the toolkit in use, which is loaded if need be.
     static HWND Create(const WindowPlace& place, const WindowRequest& request);
 
-    // Takes the window and all its children away: WM_DESTROY and WM_NCDESTROY go out, posted messages are
-    // dropped. The native window may have gone already (`nativeIsGone`): then it is not asked again.
-    void Destroy(bool nativeIsGone = false);
+    // Takes the window and all its children away: the focus and the capture leave it, WM_DESTROY and
+    // WM_NCDESTROY go out, posted messages are dropped, and the native window is destroyed. Raises no error.
+    void Destroy() noexcept;
 
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
@@ -47,13 +47,18 @@ class KORTAVIN_API Window {
     const std::vector<HWND>& Children() const { return m_children; }
     HWND Child(int id) const;  // null when there is none; the first made counts
 
-    // The object that handles the messages; not owned. Setting one gives it what came to the window before.
+    // The object that handles the messages; not owned. Null: the toolkit's own handling.
     CWnd* Object() const { return m_object; }
     void SetObject(CWnd* object) { m_object = object; }
     // The object, or one made for the asking that lives as long as the window.
     CWnd* ObjectForAsking();
 
-    CFont& Font() { return m_font; }
+    // A notification or a request of this control: its object may answer it, else the receiver does.
+    LRESULT OfferToControl(UINT message, WPARAM wParam, LPARAM lParam);
+
+    // The font last set; the message-box font before.
+    CFont& Font();
+    void SetFont(const CFont& font) { m_font = font; }
 
   private:
     explicit Window(const WindowPlace& place);
@@ -89,8 +94,16 @@ KORTAVIN_API void ReportCaptureLost() noexcept;
 KORTAVIN_API void ReportGone(Window& window) noexcept;
 // Sends what was posted, in its order, until the queue is empty; what is posted meanwhile comes last.
 KORTAVIN_API void DispatchPosted() noexcept;
-// Runs a toolkit's own code under the same rule.
-KORTAVIN_API void Guarded(const std::function<void()>& body) noexcept;
+// For a toolkit's own code under the same rule: in a catch clause, and around a piece of code.
+KORTAVIN_API void ReportCurrentError() noexcept;
+template <class Body>
+void Guarded(Body&& body) noexcept {
+    try {
+        body();
+    } catch (...) {
+        ReportCurrentError();
+    }
+}
 
 // --- What the library itself uses.
 
@@ -101,9 +114,13 @@ KORTAVIN_API BOOL PostMessage(HWND window, UINT message, WPARAM wParam = 0, LPAR
 // As ReportNotification, but errors reach the caller.
 KORTAVIN_API LRESULT NotifyReceiver(HWND control, WORD code);
 KORTAVIN_API HWND FocusWindow();
-KORTAVIN_API void SetFocusTo(HWND window);  // null: no window of the library
+KORTAVIN_API void SetFocusTo(HWND gainer);  // null: no window of the library
 KORTAVIN_API HWND CaptureWindow();
-KORTAVIN_API void SetCaptureTo(HWND window);  // null: released
+KORTAVIN_API void SetCaptureTo(HWND gainer);  // null: released
+// What a message comes to when no handler took it. For a window that exists.
+LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+void DropPosted(HWND window);            // it is going
+void LeaveFocusAndCapture(HWND window);  // it is going
 
 // Runs a dialog's loop; an error that ended it is thrown again.
 KORTAVIN_API void RunModal(HWND dialog);

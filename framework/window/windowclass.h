@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+
+#include "framework/window/toolkit.h"
+
+namespace kortavin::window {
+
+// What a window of the named class is, ASCII letters folded; nothing for a class that nobody named.
+std::optional<WindowKind> KindOfClass(const char* className);
+
+}  // namespace kortavin::window
