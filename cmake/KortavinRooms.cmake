@@ -53,7 +53,7 @@ function(kortavin_library)
   install(DIRECTORY framework query db service resources symbology DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kortavin
           FILES_MATCHING PATTERN "*.h"
           PATTERN framework/qt EXCLUDE
-          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|piecereader|secrets|seek|system|textrow)\\.h$" EXCLUDE)
+          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|piecereader|secrets|seek|system|textrow|drawtext|fontcache|strokes|windowclass|picker)\\.h$" EXCLUDE)
   install(EXPORT kortavin-targets NAMESPACE kortavin:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/kortavin
           FILE kortavin-config.cmake)
   write_basic_package_version_file(kortavin-config-version.cmake COMPATIBILITY SameMajorVersion)
@@ -64,11 +64,12 @@ function(kortavin_library)
   install(FILES ${PROJECT_BINARY_DIR}/kortavin.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
 
-# kortavin_test(name SOURCES ... [LIBRARIES ...]): one test program.
+# kortavin_test(name SOURCES ... [LIBRARIES ...] [OWN_MAIN]): one test program.
 function(kortavin_test name)
-  cmake_parse_arguments(TEST "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(TEST "OWN_MAIN" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name}_tests ${TEST_SOURCES})
-  target_link_libraries(${name}_tests PRIVATE kortavin kortavin_options ${TEST_LIBRARIES} GTest::gmock_main)
+  target_link_libraries(${name}_tests PRIVATE kortavin kortavin_options ${TEST_LIBRARIES}
+                                              $<IF:$<BOOL:${TEST_OWN_MAIN}>,GTest::gmock,GTest::gmock_main>)
   target_precompile_headers(${name}_tests PRIVATE <gmock/gmock.h> <gtest/gtest.h> <string> <vector>)
   gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
 endfunction()

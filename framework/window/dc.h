@@ -11,7 +11,9 @@
 class CWnd;
 namespace kortavin::window {
 class Painter;
-}
+struct Fill;
+struct Stroke;
+}  // namespace kortavin::window
 
 // Stock objects (SelectStockObject).
 inline constexpr int WHITE_BRUSH = 0;
@@ -71,7 +73,7 @@ class KORTAVIN_API CDC {
     BOOL GetClipBox(CRect* box) const;   // FALSE, and empty, where nothing can be painted
 
     // Select the object, which is not owned and must stay until another is selected, and answer the former. A
-    // null pointer changes nothing and answers null.
+    // null pointer, or a font that was not created, changes nothing and answers null.
     CPen* SelectObject(CPen* pen);
     CBrush* SelectObject(CBrush* brush);
     CFont* SelectObject(CFont* font);
@@ -114,9 +116,10 @@ class KORTAVIN_API CDC {
     CSize GetTextExtent(std::string_view text) const;
     BOOL GetTextMetrics(TEXTMETRIC* metrics) const;
     // Draws the text in the rectangle as the flags say and answers the height of what was drawn. With
-    // DT_CALCRECT nothing is drawn and the rectangle becomes that of the text: its width for a single line,
-    // its height for wrapped text. `&` is a plain character. The text is clipped but for DT_NOCLIP; vertical
-    // centring holds for several lines too; line ends break lines but for DT_SINGLELINE.
+    // DT_CALCRECT nothing is drawn and the rectangle becomes that of the text, from its upper left corner;
+    // wrapped text is broken at its former width. `&` is a plain character. The text is clipped but for
+    // DT_NOCLIP; vertical centring holds for several lines too, while they fit (else they start at the top);
+    // line ends break lines but for DT_SINGLELINE.
     int DrawText(std::string_view text, CRect* rect, UINT flags);
 
     kortavin::window::Painter& GetPainter() { return *m_painter; }
@@ -132,6 +135,10 @@ class KORTAVIN_API CDC {
         CPoint point;
         CRect clip;
     };
+
+    kortavin::window::Fill FillOf(const CBrush& brush) const;
+    kortavin::window::Stroke CurrentStroke() const;
+    void DrawRun(CPoint corner, std::string_view text, const kortavin::window::NativeFont& font);
 
     std::unique_ptr<kortavin::window::Painter> m_painter;
     std::unique_ptr<CFont> m_defaultFont;

@@ -20,9 +20,10 @@ struct Cache {
     std::size_t cleanAt = 0;  // the size at which entries of fonts that are gone are looked for
 };
 
+// Never destroyed: a host's static objects may still ask for fonts while the program ends.
 Cache& TheCache() {
-    static Cache cache;
-    return cache;
+    static auto* cache = new Cache;
+    return *cache;
 }
 
 // Looking at every entry each time the table has doubled costs little for each font that is made.

@@ -1,5 +1,7 @@
 #include "framework/window/gdi.h"
 
+#include <utility>
+
 #include "framework/window/fontcache.h"
 
 namespace kortavin::window {
@@ -52,6 +54,7 @@ CFont::CFont(const LOGFONT& description) {
 BOOL CFont::CreateFontIndirect(const LOGFONT* description) {
     if (description == nullptr)
         return FALSE;
+    // Before anything changes: without a toolkit this throws.
     auto native = kortavin::window::SharedFont(*description);
     m_description = *description;
     m_native = std::move(native);

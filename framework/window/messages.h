@@ -26,6 +26,7 @@ inline constexpr UINT WM_KEYDOWN = 0x0100;  // void (UINT key, UINT repeats, UIN
 inline constexpr UINT WM_KEYUP = 0x0101;    // the same
 inline constexpr UINT WM_CHAR = 0x0102;     // the same; a double-byte character's bytes, lead byte high
 inline constexpr UINT WM_SYSCHAR = 0x0106;  // the same
+inline constexpr UINT WM_IME_STARTCOMPOSITION = 0x010D;  // void (): it goes on where the focus is afterwards
 inline constexpr UINT WM_INITDIALOG = 0x0110;
 inline constexpr UINT WM_COMMAND = 0x0111;
 inline constexpr UINT WM_TIMER = 0x0113;        // void (UINT_PTR id)

@@ -48,6 +48,9 @@ class KORTAVIN_API Painter {
   public:
     virtual ~Painter();
     virtual bool CanDraw() const = 0;  // false: every drawing operation does nothing
+    // The desktop's setting of how many lines a notch of the wheel scrolls, as a decimal number ("-1": a
+    // page); empty when there is none.
+    virtual CString WheelScrollLines() const { return {}; }
     virtual CSize PixelsPerInch() const = 0;
     virtual CRect ClipBox() const = 0;            // the part that may be painted, before SetClip
     virtual void SetClip(const CRect& rect) = 0;  // within ClipBox; takes the place of the former
@@ -196,6 +199,9 @@ class KORTAVIN_API Toolkit {
     virtual LOGFONT MessageBoxFont() const = 0;
     virtual COLORREF SystemColor(int index) const = 0;
     virtual int SystemMetric(int index) const = 0;
+    // The desktop's setting of how many lines a notch of the wheel scrolls, as a decimal number ("-1": a
+    // page); empty when there is none.
+    virtual CString WheelScrollLines() const { return {}; }
     virtual CSize PixelsPerInch() const { return {96, 96}; }  // per logical inch
 
     virtual CPoint PointerPosition() const = 0;         // on the screen
