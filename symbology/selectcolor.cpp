@@ -1,0 +1,35 @@
+#include "symbology/selectcolor.h"
+
+#include "symbology/picker.h"
+
+using namespace kortavin::symbology;
+using namespace kortavin::window;
+
+CSelectColor::CSelectColor() = default;
+CSelectColor::~CSelectColor() = default;
+
+const MessageMap* CSelectColor::GetMessageMap() const {
+    static constexpr MessageEntry kEntries[] = {OnMessage<WM_PAINT, &CSelectColor::OnPaint>(),
+                                                OnMessage<WM_LBUTTONDOWN, &CSelectColor::OnLButtonDown>()};
+    static const MessageMap map{CStatic::GetMessageMap(), kEntries};
+    return &map;
+}
+
+void CSelectColor::SetColor(COLORREF color) {
+    m_Color = color;
+    RepaintParent(*this);
+}
+
+void CSelectColor::OnPaint() {
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(&client);
+    const CBrush brush(m_Color);
+    dc.FillRect(client, &brush);
+}
+
+void CSelectColor::OnLButtonDown(UINT, CPoint) {
+    if (const auto chosen = ChooseColor(m_Color))
+        SetColor(*chosen);
+    Default();
+}
