@@ -1,0 +1,105 @@
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <typeinfo>
+
+#include "framework/qt/qttoolkit.h"
+#include "framework/qt/qtwidgets.h"
+#include "framework/qt/window.h"
+#include "framework/window/combobox.h"
+
+namespace kortavin::qt {
+namespace {
+
+window::WindowKind KindOf(const QWidget& widget) {
+    if (qobject_cast<const QComboBox*>(&widget) != nullptr)
+        return window::WindowKind::ComboBox;
+    if (qobject_cast<const QAbstractButton*>(&widget) != nullptr)
+        return window::WindowKind::Button;
+    return qobject_cast<const QLabel*>(&widget) != nullptr ? window::WindowKind::Static
+                                                           : window::WindowKind::Plain;
+}
+
+std::unique_ptr<QtWindow> Attach(window::Window& window, QWidget& widget) {
+    switch (window.Kind()) {
+        case window::WindowKind::ComboBox:
+            return AttachCombo(window, static_cast<QComboBox&>(widget));
+        case window::WindowKind::Button:
+            return AttachButton(window, static_cast<QAbstractButton&>(widget));
+        case window::WindowKind::Static:
+            return AttachLabel(window, widget);
+        default:
+            return std::make_unique<QtWindow>(window, widget, QtWindow::Ownership::Hosts);
+    }
+}
+
+// A class derived from CComboBox draws its items.
+DWORD StyleFor(const CWnd& object, window::WindowKind kind) {
+    constexpr DWORD kBasic = WS_CHILD | WS_VISIBLE;
+    if (kind != window::WindowKind::ComboBox)
+        return kBasic;
+    const bool drawsItems =
+        dynamic_cast<const CComboBox*>(&object) != nullptr && typeid(object) != typeid(CComboBox);
+    return kBasic | CBS_DROPDOWNLIST | CBS_HASSTRINGS | (drawsItems ? CBS_OWNERDRAWFIXED : 0);
+}
+
+HWND MakeWindowOf(QWidget& widget, const window::WindowPlace& place) {
+    return window::Window::Create(place, [&widget](window::Window& made) { return Attach(made, widget); });
+}
+
+// Makes one that only stands for the widget, where it has none.
+HWND RequireWindowOf(QWidget* widget) {
+    if (widget == nullptr)
+        return nullptr;
+    const QtWindow* const existing = QtWindow::Of(widget);
+    return existing != nullptr
+               ? &existing->GetWindow()
+               : MakeWindowOf(*widget, {window::WindowKind::Plain, nullptr, nullptr, 0, WS_VISIBLE});
+}
+
+bool IsFree(const QtWindow* existing, window::WindowKind kind) {
+    return existing == nullptr ||
+           (existing->GetWindow().Object() == nullptr && existing->GetWindow().Kind() == kind);
+}
+
+// One that takes keys can be reached by them, if the host has not seen to that.
+void LetTabReach(QWidget& widget, HWND window) {
+    if (widget.focusPolicy() == Qt::NoFocus && window->Kind() == window::WindowKind::Plain &&
+        window::Report(*window, WM_GETDLGCODE) != 0)
+        widget.setFocusPolicy(Qt::TabFocus);
+}
+
+bool IsQtInUse() {
+    window::RequireToolkit();
+    return QtToolkit::Current() != nullptr;
+}
+
+}  // namespace
+
+QWidget* WidgetOf(const CWnd& object) {
+    const HWND window = object.GetSafeHwnd();
+    const auto* const own = window != nullptr ? dynamic_cast<const QtWindow*>(&window->Native()) : nullptr;
+    return own != nullptr ? own->Widget() : nullptr;
+}
+
+BOOL AttachTo(CWnd& object, QWidget& widget, UINT id) {
+    const window::WindowKind kind = KindOf(widget);
+    if (object.m_hWnd != nullptr || !IsQtInUse() || !IsFree(QtWindow::Of(&widget), kind))
+        return FALSE;
+    if (QtWindow::Of(&widget) == nullptr)
+        MakeWindowOf(widget, {kind, RequireWindowOf(widget.parentWidget()), nullptr, static_cast<int>(id),
+                              StyleFor(object, kind)});
+    QtWindow& own = *QtWindow::Of(&widget);
+    own.GetWindow().SetId(static_cast<int>(id));
+    own.BeginReporting();
+    if (!object.SubclassWindow(&own.GetWindow()))
+        return FALSE;
+    LetTabReach(widget, object.m_hWnd);
+    return TRUE;
+}
+
+CWnd* WindowOf(QWidget* widget) {
+    return widget != nullptr && IsQtInUse() ? CWnd::FromHandle(RequireWindowOf(widget)) : nullptr;
+}
+
+}  // namespace kortavin::qt

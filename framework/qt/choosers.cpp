@@ -1,0 +1,83 @@
+#include "framework/qt/choosers.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QThread>
+#include <utility>
+
+#include "framework/qt/colors.h"
+#include "framework/qt/text.h"
+#include "framework/window/messagebox.h"
+#include "resources/texts.h"
+
+namespace kortavin::qt {
+namespace {
+
+// A modal box, which its parent takes along when the host destroys that while the box is open.
+template <class Box>
+class ModalBox {
+  public:
+    explicit ModalBox(QWidget* parent)
+        : m_box(new Box(parent != nullptr ? parent->window() : QApplication::activeWindow())) {}
+    ~ModalBox() { delete m_box.data(); }
+    ModalBox(const ModalBox&) = delete;
+    ModalBox& operator=(const ModalBox&) = delete;
+
+    Box* operator->() const { return m_box.data(); }
+    Box& operator*() const { return *m_box; }
+    bool IsLeft() const { return !m_box.isNull(); }
+
+  private:
+    QPointer<Box> m_box;
+};
+
+void NameButtons(QDialog& box) {
+    constexpr std::pair<QDialogButtonBox::StandardButton, resources::TextId> kNames[] = {
+        {QDialogButtonBox::Ok, resources::TextId::Ok},
+        {QDialogButtonBox::Cancel, resources::TextId::Cancel},
+    };
+    const auto* buttons = box.findChild<QDialogButtonBox*>();
+    for (const auto& [which, text] : kNames)
+        if (QPushButton* button = buttons == nullptr ? nullptr : buttons->button(which))
+            button->setText(ToQt(resources::Text(text)));
+}
+
+bool CanOpenBoxes() {
+    const auto* application = qobject_cast<QApplication*>(QCoreApplication::instance());
+    return application != nullptr && !QCoreApplication::closingDown() &&
+           application->thread() == QThread::currentThread();
+}
+
+}  // namespace
+
+int ShowMessageBox(std::string_view text, QWidget* parent) {
+    if (!CanOpenBoxes())
+        return IDOK;
+    const ModalBox<QMessageBox> box(parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(ToQt(text));
+    box->setStandardButtons(QMessageBox::Ok);
+    NameButtons(*box);
+    box->exec();
+    return IDOK;
+}
+
+std::optional<COLORREF> ChooseColor(const window::ColorRequest& request, QWidget* parent) {
+    if (!CanOpenBoxes())
+        throw CResourceException(resources::Text(resources::TextId::NoColorChooser));
+    const ModalBox<QColorDialog> box(parent);
+    // Qt's own chooser always shows its part for custom colours; the desktop's may lack it.
+    box->setOption(QColorDialog::DontUseNativeDialog);
+    box->setCurrentColor(ToQt(request.preselect ? request.initial : RGB(0, 0, 0)));
+    NameButtons(*box);
+    const int answer = box->exec();
+    if (answer != QDialog::Accepted || !box.IsLeft())
+        return std::nullopt;
+    return FromQt(box->selectedColor());
+}
+
+}  // namespace kortavin::qt

@@ -1,0 +1,334 @@
+#include "framework/qt/combo.h"
+
+#include <QAbstractItemView>
+#include <QEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
+#include <algorithm>
+
+#include "framework/qt/colors.h"
+#include "framework/qt/comboaccess.h"
+#include "framework/qt/font.h"
+
+namespace kortavin::qt {
+namespace {
+
+// Where an item keeps its bytes, far from the roles that a host may use.
+constexpr int kBytesRole = Qt::UserRole + 0x4B56;
+
+struct OptionAccess : QComboBox {
+    using QComboBox::initStyleOption;
+};
+
+QStyleOptionComboBox OptionOf(const QComboBox& combo) {
+    QStyleOptionComboBox option;
+    (combo.*(&OptionAccess::initStyleOption))(&option);
+    return option;
+}
+
+QRect FieldRect(const QComboBox& combo, const QStyleOptionComboBox& option) {
+    return combo.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &combo);
+}
+
+// How much higher than its selection field the style makes the box.
+int FrameHeight(const QComboBox& combo) {
+    constexpr int kAmple = 100;
+    QStyleOptionComboBox option = OptionOf(combo);
+    option.rect = QRect(0, 0, 2 * kAmple, kAmple);
+    return std::clamp(kAmple - FieldRect(combo, option).height(), 0, kAmple);
+}
+
+CString BytesOf(const QComboBox& combo, int index) {
+    const QString text = combo.itemText(index);
+    const QByteArray bytes = combo.itemData(index, kBytesRole).toByteArray();
+    const std::string_view kept(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    // The host may have changed the item since.
+    return ToQt(kept) == text ? CString(kept) : FromQt(text);
+}
+
+}  // namespace
+
+QtCombo::QtCombo(window::Window& window, QComboBox& combo, Ownership ownership)
+    : QtWindow(window, combo, ownership),
+      m_isOurs(ownership == Ownership::Ours),
+      m_former{combo.view()->itemDelegate(), combo.minimumHeight(), combo.view()->minimumWidth(),
+               combo.accessibleDescription()} {
+    combo.setInsertPolicy(QComboBox::NoInsert);
+    if (combo.isEditable())
+        combo.setCompleter(nullptr);
+    if (IsOwnerDrawn())
+        UseDelegate();
+    AttachComboAccess(combo);
+    Connect(combo);
+}
+
+QtCombo::~QtCombo() {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr)
+        return;
+    combo->view()->window()->removeEventFilter(this);
+    if (m_delegate != nullptr)
+        combo->view()->setItemDelegate(m_former.delegate);
+    if (m_isOurs)
+        return;
+    DetachComboAccess(*combo);
+    combo->setMinimumHeight(m_former.minimumHeight);
+    combo->view()->setMinimumWidth(m_former.listWidth);
+    combo->setAccessibleDescription(m_former.accessibleDescription);
+}
+
+QComboBox* QtCombo::Combo() const {
+    return qobject_cast<QComboBox*>(Widget());
+}
+
+void QtCombo::Connect(QComboBox& combo) {
+    connect(&combo, &QComboBox::activated, this, [this] { OnActivated(); });
+    connect(&combo, &QComboBox::currentIndexChanged, this, [&combo] { AnnounceComboItem(combo); });
+    if (combo.isEditable())
+        connect(combo.lineEdit(), &QLineEdit::textEdited, this, [this] { Notify(CBN_EDITCHANGE); });
+    combo.view()->window()->installEventFilter(this);
+}
+
+void QtCombo::UseDelegate() {
+    if (m_delegate != nullptr)
+        return;
+    m_delegate = std::make_unique<ComboDelegate>(IsOwnerDrawn() ? &GetWindow() : nullptr);
+    // Not the combo's own setter, which deletes the former one.
+    Combo()->view()->setItemDelegate(m_delegate.get());
+}
+
+void QtCombo::Notify(WORD code) {
+    if (IsReporting())
+        ReportNotification(GetWindow(), code);
+}
+
+void QtCombo::OnActivated() {
+    if (const QComboBox* const combo = Combo(); combo != nullptr)
+        m_editText.Set(BytesOf(*combo, combo->currentIndex()).View());
+    Notify(CBN_SELCHANGE);
+}
+
+bool QtCombo::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Widget())
+        return QtWindow::eventFilter(watched, event);
+    if (event->type() == QEvent::Show)
+        Notify(CBN_DROPDOWN);
+    else if (event->type() == QEvent::Hide)
+        Notify(CBN_CLOSEUP);
+    return false;
+}
+
+void QtCombo::HandToWidget(QEvent& event) {
+    QComboBox* const combo = Combo();
+    if (event.type() == QEvent::Paint && combo != nullptr && IsOwnerDrawn() && !combo->isEditable())
+        PaintClosedBox(*combo);
+    else
+        QtWindow::HandToWidget(event);
+}
+
+void QtCombo::PaintClosedBox(QComboBox& combo) {
+    QStylePainter painter(&combo);
+    const QStyleOptionComboBox option = OptionOf(combo);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    QRect field = FieldRect(combo, option);
+    painter.fillRect(field, ToQt(SystemColor(COLOR_WINDOW)));
+    if (m_fieldHeight > 0) {
+        field.translate(0, (field.height() - m_fieldHeight) / 2);
+        field.setHeight(m_fieldHeight);
+    }
+    const bool isMarked = combo.hasFocus() && !IsListOpen();
+    const UINT state =
+        ODS_COMBOBOXEDIT | (isMarked ? ODS_SELECTED | ODS_FOCUS : 0) | (combo.isEnabled() ? 0 : ODS_DISABLED);
+    DrawComboItem(GetWindow(), painter, field, combo.currentIndex(), state);
+}
+
+void QtCombo::SetText(std::string_view text) {
+    if (QComboBox* const combo = Combo(); combo != nullptr && combo->isEditable())
+        combo->setEditText(m_editText.Set(text));
+}
+
+CString QtCombo::GetText() const {
+    const QComboBox* const combo = Combo();
+    if (combo == nullptr)
+        return {};
+    return combo->isEditable() ? m_editText.Get(combo->currentText()) : ItemText(combo->currentIndex());
+}
+
+void QtCombo::SetFont(const CFont& font) {
+    QtWindow::SetFont(font);
+    FollowFieldHeight();
+}
+
+int QtCombo::Count() const {
+    const QComboBox* const combo = Combo();
+    return combo == nullptr ? 0 : combo->count();
+}
+
+// Qt selects the first item that comes into an empty box, the neighbour of one that goes, and sets the edit
+// field with it. Here neither the selection nor the field follows what the program does to the list.
+template <class Change>
+void QtCombo::ChangeItems(QComboBox& combo, Change change) {
+    const QSignalBlocker blocker(combo);
+    const QString text = combo.currentText();
+    const QPersistentModelIndex selected =
+        combo.model()->index(combo.currentIndex(), combo.modelColumn(), combo.rootModelIndex());
+    change();
+    combo.setCurrentIndex(selected.isValid() ? selected.row() : -1);
+    if (combo.isEditable() && combo.currentText() != text)
+        combo.setEditText(text);
+}
+
+void QtCombo::Insert(int index, std::string_view text) {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr)
+        return;
+    ChangeItems(*combo, [&] {
+        combo->insertItem(index, ToQt(text));
+        combo->setItemData(index, QByteArray(text.data(), static_cast<qsizetype>(text.size())), kBytesRole);
+    });
+}
+
+void QtCombo::Remove(int index) {
+    if (QComboBox* const combo = Combo(); combo != nullptr)
+        ChangeItems(*combo, [&] { combo->removeItem(index); });
+}
+
+void QtCombo::Clear() {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr)
+        return;
+    combo->clear();
+    SetText({});
+}
+
+CString QtCombo::ItemText(int index) const {
+    const QComboBox* const combo = Combo();
+    return combo == nullptr || index < 0 ? CString() : BytesOf(*combo, index);
+}
+
+int QtCombo::Selection() const {
+    const QComboBox* const combo = Combo();
+    return combo == nullptr ? -1 : combo->currentIndex();
+}
+
+void QtCombo::Select(int index) {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr)
+        return;
+    combo->setCurrentIndex(index);
+    SetText(ItemText(index).View());
+}
+
+// An editor, which is to cover a grid's cell, is as high as its field. Pictures stand within the style's frame.
+int QtCombo::ClosedHeight(const QComboBox& combo) const {
+    if (m_fieldHeight == 0)
+        return combo.sizeHint().height();
+    return m_fieldHeight + (combo.hasFrame() ? FrameHeight(combo) : 0);
+}
+
+// A box of the host is at least so high; its layout has the last word.
+void QtCombo::FollowFieldHeight() {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr)
+        return;
+    if (m_fieldHeight > 0)
+        combo->setMinimumHeight(ClosedHeight(*combo));
+    if (m_isOurs)
+        Resize({combo->width(), 0});
+}
+
+void QtCombo::Resize(QSize size) {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr || !m_isOurs) {
+        QtWindow::Resize(size);
+        return;
+    }
+    // What a box is given beyond its own height is meant for the list.
+    const int height = ClosedHeight(*combo);
+    const int itemHeight = std::max(combo->view()->sizeHintForRow(0), ItemHeight(0));
+    if (const int visible = (size.height() - height) / std::max(itemHeight, 1); visible > 0)
+        combo->setMaxVisibleItems(visible);
+    QtWindow::Resize({size.width(), height});
+}
+
+void QtCombo::SetItemHeight(int index, int height) {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr)
+        return;
+    if (index >= 0) {
+        m_itemHeight = height;
+        UseDelegate();
+        m_delegate->SetItemHeight(height);
+        return;
+    }
+    m_fieldHeight = height;
+    if (m_isOurs && !IsOwnerDrawn()) {
+        combo->setFrame(false);
+        combo->setBackgroundRole(QPalette::Base);  // around the edit field, where a style draws nothing
+        combo->setAutoFillBackground(true);
+    }
+    FollowFieldHeight();
+}
+
+int QtCombo::ItemHeight(int index) const {
+    const QComboBox* const combo = Combo();
+    const int height = index < 0 ? m_fieldHeight : m_itemHeight;
+    if (height > 0 || combo == nullptr)
+        return height;
+    return index < 0 ? FieldRect(*combo, OptionOf(*combo)).height() : combo->fontMetrics().height();
+}
+
+void QtCombo::SetDroppedWidth(int width) {
+    if (const QComboBox* const combo = Combo(); combo != nullptr)
+        combo->view()->setMinimumWidth(std::max(width, 0));
+}
+
+void QtCombo::ShowList(bool open) {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr || open == IsListOpen())
+        return;
+    if (!open)
+        combo->hidePopup();
+    else if (combo->isVisible())
+        combo->showPopup();
+}
+
+bool QtCombo::IsListOpen() const {
+    const QComboBox* const combo = Combo();
+    return combo != nullptr && combo->view()->isVisible();
+}
+
+void QtCombo::SetItemAccessibleName(int index, std::string_view name) {
+    QComboBox* const combo = Combo();
+    if (combo == nullptr)
+        return;
+    combo->setItemData(index, ToQt(name), Qt::AccessibleTextRole);
+    if (index == combo->currentIndex())
+        AnnounceComboItem(*combo);
+}
+
+void QtCombo::SetEditSelection(int first, int last) {
+    const QComboBox* const combo = Combo();
+    if (combo == nullptr || !combo->isEditable())
+        return;
+    const CString text = GetText();
+    const int begin = QtOffset(text.View(), first);
+    const int end = QtOffset(text.View(), last < 0 ? text.GetLength() : last);
+    combo->lineEdit()->setSelection(begin, end - begin);
+}
+
+std::unique_ptr<QtWindow> MakeCombo(window::Window& window, const window::WindowRequest& request) {
+    auto* const combo = new QComboBox(ParentWidget(request));
+    combo->hide();
+    combo->setEditable((request.style & CBS_DROPDOWNLIST) == CBS_DROPDOWN);
+    return std::make_unique<QtCombo>(window, *combo, QtWindow::Ownership::Ours);
+}
+
+std::unique_ptr<QtWindow> AttachCombo(window::Window& window, QComboBox& widget) {
+    window.SetFont(CFont(DescriptionOf(widget.font())));  // in which the control draws its items
+    return std::make_unique<QtCombo>(window, widget, QtWindow::Ownership::Hosts);
+}
+
+}  // namespace kortavin::qt

@@ -1,0 +1,68 @@
+#include "framework/qt/combodelegate.h"
+
+#include <QPainter>
+#include <memory>
+
+#include "framework/qt/colors.h"
+#include "framework/qt/geometry.h"
+#include "framework/qt/painter.h"
+#include "framework/window/dc.h"
+
+namespace kortavin::qt {
+namespace {
+
+constexpr int kFrameWidth = 2;
+
+UINT ItemState(QStyle::State state) {
+    const bool isSelected = (state & QStyle::State_Selected) != 0;
+    const bool isFocused = (state & QStyle::State_HasFocus) != 0;
+    const bool isEnabled = (state & QStyle::State_Enabled) != 0;
+    return (isSelected ? ODS_SELECTED : 0) | (isFocused ? ODS_FOCUS : 0) | (isEnabled ? 0 : ODS_DISABLED);
+}
+
+}  // namespace
+
+void DrawComboItem(window::Window& control, QPainter& painter, const QRect& rect, int item, UINT state) {
+    window::Guarded([&] {
+        CDC dc(std::make_unique<QtPainter>(painter, rect), &control.Font());
+        dc.SetTextColor(SystemColor(COLOR_WINDOWTEXT));
+        dc.SetBkColor(SystemColor(COLOR_WINDOW));
+        DRAWITEMSTRUCT request;
+        request.CtlType = ODT_COMBOBOX;
+        request.CtlID = static_cast<UINT>(control.Id());
+        request.itemID = static_cast<UINT>(item);
+        request.itemAction = ODA_DRAWENTIRE;
+        request.itemState = state;
+        request.hwndItem = &control;
+        request.hDC = &dc;
+        request.rcItem = FromQt(rect);
+        Report(control, WM_DRAWITEM, request.CtlID, reinterpret_cast<LPARAM>(&request));
+    });
+}
+
+void ComboDelegate::SetItemHeight(int height) {
+    m_itemHeight = height;
+    emit sizeHintChanged({});
+}
+
+void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const {
+    if (m_drawnBy == nullptr) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
+    const bool isCurrent = (option.state & QStyle::State_Selected) != 0;
+    const QRect item = option.rect.adjusted(kFrameWidth, kFrameWidth, -kFrameWidth, -kFrameWidth);
+    painter->fillRect(option.rect, ToQt(SystemColor(isCurrent ? COLOR_HIGHLIGHT : COLOR_WINDOW)));
+    painter->fillRect(item, ToQt(SystemColor(COLOR_WINDOW)));
+    DrawComboItem(*m_drawnBy, *painter, item, index.row(), ItemState(option.state));
+}
+
+QSize ComboDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    if (m_itemHeight > 0)
+        size.setHeight(m_itemHeight);
+    return m_drawnBy == nullptr ? size : size + QSize(2 * kFrameWidth, 2 * kFrameWidth);
+}
+
+}  // namespace kortavin::qt

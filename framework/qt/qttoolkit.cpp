@@ -1,0 +1,182 @@
+#include "framework/qt/qttoolkit.h"
+
+#include <QCursor>
+#include <QFrame>
+#include <QScreen>
+#include <utility>
+
+#include "framework/qt/application.h"
+#include "framework/qt/capture.h"
+#include "framework/qt/choosers.h"
+#include "framework/qt/colors.h"
+#include "framework/qt/dialog.h"
+#include "framework/qt/font.h"
+#include "framework/qt/geometry.h"
+#include "framework/qt/translation.h"
+#include "framework/qt/window.h"
+#include "framework/window/keys.h"
+#include "framework/window/styles.h"
+
+namespace kortavin::qt {
+namespace {
+
+std::unique_ptr<window::Toolkit> MakeQtToolkit() {
+    return std::make_unique<QtToolkit>();
+}
+
+// The one object that is constructed at load.
+[[maybe_unused]] const bool s_isRegistered = (window::RegisterToolkit(&MakeQtToolkit), true);
+
+std::unique_ptr<QtWindow> MakePlain(window::Window& window, const window::WindowRequest& request) {
+    auto* const frame = new QFrame(ParentWidget(request));
+    frame->setFocusPolicy(Qt::TabFocus);
+    if ((request.style & WS_BORDER) != 0)
+        frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    return std::make_unique<QtWindow>(window, *frame, QtWindow::Ownership::Ours);
+}
+
+std::unique_ptr<QtWindow> Make(window::Window& window, const window::WindowRequest& request) {
+    switch (request.kind) {
+        case window::WindowKind::Dialog:
+            return std::make_unique<QtDialog>(window, request);
+        case window::WindowKind::Static:
+            return MakeLabel(window, request);
+        case window::WindowKind::Button:
+            return MakeButton(window, request);
+        case window::WindowKind::ComboBox:
+            return MakeCombo(window, request);
+        case window::WindowKind::Plain:
+            break;
+    }
+    return MakePlain(window, request);
+}
+
+QWidget* WidgetOf(window::NativeWindow* window) {
+    return window != nullptr ? static_cast<QtWindow*>(window)->Widget() : nullptr;
+}
+
+// Where the focus was until now: in the window itself, in its list, or in a menu that lay over it.
+bool WasIn(const QWidget* former, const QWidget& widget) {
+    return former == nullptr || former->windowType() == Qt::Popup ||
+           former->window()->windowType() == Qt::Popup || widget.isAncestorOf(former);
+}
+
+}  // namespace
+
+QtToolkit::QtToolkit() {
+    Prepare();
+}
+
+QtToolkit::~QtToolkit() = default;
+
+QtToolkit* QtToolkit::Current() {
+    return dynamic_cast<QtToolkit*>(window::CurrentToolkit());
+}
+
+// A host may end its application and start another one.
+void QtToolkit::Prepare() {
+    RequireApplication();
+    if (m_application == qApp)
+        return;
+    m_application = qApp;
+    connect(qApp, &QApplication::focusChanged, this, &QtToolkit::OnFocusChanged);
+    TranslateQt();
+}
+
+std::unique_ptr<window::NativeWindow> QtToolkit::MakeWindow(const window::WindowRequest& request,
+                                                            window::Window& window) {
+    Prepare();
+    auto made = Make(window, request);
+    made->Begin(request);
+    return made;
+}
+
+std::shared_ptr<const window::NativeFont> QtToolkit::MakeFont(const LOGFONT& description) {
+    Prepare();
+    return std::make_shared<QtFont>(description);
+}
+
+LOGFONT QtToolkit::MessageBoxFont() const {
+    return qt::MessageBoxFont();
+}
+
+COLORREF QtToolkit::SystemColor(int index) const {
+    return qt::SystemColor(index);
+}
+
+int QtToolkit::SystemMetric(int index) const {
+    return qt::SystemMetric(index);
+}
+
+CSize QtToolkit::PixelsPerInch() const {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr)
+        return Toolkit::PixelsPerInch();
+    return {qRound(screen->logicalDotsPerInchX()), qRound(screen->logicalDotsPerInchY())};
+}
+
+CPoint QtToolkit::PointerPosition() const {
+    const QtWindow* const holder = Capture::Holder();
+    return holder != nullptr ? holder->LastPointer() : FromQt(QCursor::pos());
+}
+
+bool QtToolkit::IsKeyDown(UINT virtualKey) const {
+    switch (virtualKey) {
+        case VK_LBUTTON:
+            return QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
+        case VK_RBUTTON:
+            return QGuiApplication::mouseButtons().testFlag(Qt::RightButton);
+        case VK_SHIFT:
+            return QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+        case VK_CONTROL:
+            return QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier);
+        case VK_MENU:
+            return QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier);
+        default:
+            return false;
+    }
+}
+
+void QtToolkit::RequestDispatch() {
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+bool QtToolkit::event(QEvent* event) {
+    if (event->type() != QEvent::User)
+        return QObject::event(event);
+    window::DispatchPosted();
+    return true;
+}
+
+void QtToolkit::RunModal(window::NativeWindow& dialog) {
+    static_cast<QtDialog&>(dialog).Run();
+}
+
+void QtToolkit::EndModal(window::NativeWindow& dialog) {
+    static_cast<QtDialog&>(dialog).End();
+}
+
+int QtToolkit::ShowMessageBox(std::string_view text, UINT /*type*/, window::NativeWindow* parent) {
+    Prepare();
+    return qt::ShowMessageBox(text, WidgetOf(parent));
+}
+
+std::optional<COLORREF> QtToolkit::ChooseColor(const window::ColorRequest& request) {
+    Prepare();
+    return qt::ChooseColor(request, WidgetOf(request.parent));
+}
+
+// A popup of the window that has the focus takes only the keys, not the focus.
+void QtToolkit::OnFocusChanged(const QWidget* former, const QWidget* now) {
+    if (FocusByProgram::IsUnderWay() || (now == nullptr && QApplication::activePopupWidget() != nullptr) ||
+        (now != nullptr && now->window()->windowType() == Qt::Popup))
+        return;
+    const HWND holder = window::FocusWindow();
+    if (const QtWindow* const gainer = QtWindow::Of(now); gainer != nullptr)
+        window::ReportFocus(&gainer->GetWindow());
+    else if (const QWidget* const widget = holder != nullptr ? WidgetOf(&holder->Native()) : nullptr;
+             widget != nullptr && WasIn(former, *widget))
+        window::ReportFocus(nullptr);
+}
+
+}  // namespace kortavin::qt

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <string_view>
+
+#include "framework/window/toolkit.h"
+
+// Modal boxes. `parent`: null for the active window.
+namespace kortavin::qt {
+
+// A plain text with one button; answers IDOK.
+int ShowMessageBox(std::string_view text, QWidget* parent);
+
+// Of the request all but its parent. CResourceException when the chooser cannot open.
+std::optional<COLORREF> ChooseColor(const window::ColorRequest& request, QWidget* parent);
+
+}  // namespace kortavin::qt

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QComboBox>
+#include <memory>
+
+#include "framework/qt/combodelegate.h"
+#include "framework/qt/window.h"
+#include "framework/window/styles.h"
+
+namespace kortavin::qt {
+
+// A combo box of ours or of the host. Items keep the bytes of their texts, and so does the edit field until
+// the user changes it.
+class QtCombo final : public QtWindow, public window::NativeCombo {
+  public:
+    QtCombo(window::Window& window, QComboBox& combo, Ownership ownership);
+    ~QtCombo() override;
+
+    window::NativeCombo* AsCombo() override { return this; }
+    void SetText(std::string_view text) override;  // of the edit field, if there is one
+    CString GetText() const override;
+    void SetFont(const CFont& font) override;
+
+    int Count() const override;
+    void Insert(int index, std::string_view text) override;
+    void Remove(int index) override;
+    void Clear() override;
+    CString ItemText(int index) const override;
+    int Selection() const override;
+    void Select(int index) override;
+    void SetItemHeight(int index, int height) override;
+    int ItemHeight(int index) const override;
+    void SetDroppedWidth(int width) override;
+    void ShowList(bool open) override;
+    bool IsListOpen() const override;
+    void SetItemAccessibleName(int index, std::string_view name) override;
+    void SetEditSelection(int first, int last) override;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void HandToWidget(QEvent& event) override;
+    UINT DialogCode() const override { return DLGC_WANTARROWS | DLGC_WANTCHARS; }
+    void Resize(QSize size) override;
+
+  private:
+    QComboBox* Combo() const;  // null once it is gone, or half gone
+    bool IsOwnerDrawn() const { return (GetWindow().Style() & CBS_OWNERDRAWFIXED) != 0; }
+    void Connect(QComboBox& combo);
+    void UseDelegate();
+    void Notify(WORD code);
+    void OnActivated();
+    template <class Change>
+    void ChangeItems(QComboBox& combo, Change change);
+    void FollowFieldHeight();
+    int ClosedHeight(const QComboBox& combo) const;
+    void PaintClosedBox(QComboBox& combo);
+
+    // What a host's combo box gets back.
+    struct Former {
+        QPointer<QAbstractItemDelegate> delegate;
+        int minimumHeight = 0;
+        int listWidth = 0;
+        QString accessibleDescription;
+    };
+
+    bool m_isOurs;
+    Former m_former;
+    std::unique_ptr<ComboDelegate> m_delegate;
+    KeptText m_editText;
+    int m_fieldHeight = 0;  // 0: not set
+    int m_itemHeight = 0;
+};
+
+}  // namespace kortavin::qt

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QEventLoop>
+
+#include "framework/qt/window.h"
+
+namespace kortavin::qt {
+
+// A dialog of fixed size, modal while it runs. Enter presses the default button, Esc and the close box
+// cancel.
+class QtDialog : public QtWindow {
+  public:
+    QtDialog(window::Window& window, const window::WindowRequest& request);
+    ~QtDialog() override;
+
+    // Shows it and runs a loop until End; at once when that was called before. It may be gone afterwards.
+    void Run();
+    void End();
+
+  protected:
+    void Resize(QSize size) override;
+
+  private:
+    QPointer<QEventLoop> m_loop;  // while it runs
+    bool m_hasEnded = false;
+};
+
+}  // namespace kortavin::qt
