@@ -1,1 +1,85 @@
-int main() {}
+#include <QtWidgets/QApplication>
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <optional>
+#include <string>
+
+#include "demo/colors.h"
+#include "demo/mainwindow.h"
+#include "demo/tour.h"
+#include "framework/base/codepage.h"
+#include "framework/base/exception.h"
+
+namespace kortavin::demo {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kUsage = 2;
+
+int Fail(std::string_view reason, int code = kFailed) {
+    std::cerr << "kortavin-demo: " << reason << '\n';
+    return code;
+}
+
+struct Arguments {
+    std::optional<std::string> tourFolder;
+    bool dark = false;
+};
+
+void Declare(CLI::App& app, Arguments& arguments) {
+    app.set_help_flag("-h,--help", "Tell how it is used and exit");
+    app.set_version_flag("--version", "kortavin-demo " KORTAVIN_VERSION, "Tell the version and exit");
+    auto* tour =
+        app.add_option(
+               "--tour", arguments.tourFolder,
+               "Without a person and a display: use every page as one would, and leave pictures of it "
+               "in FOLDER, in light and in dark colours")
+            ->option_text("FOLDER")
+            ->check([](const std::string& folder) { return folder.empty() ? "FOLDER is empty" : ""; });
+    app.add_flag("--dark", arguments.dark, "Dark colours, whatever those of the desktop are")->excludes(tour);
+    app.footer(
+        "Exit code: 0 done, 1 a step of the tour failed (the reason is on the standard error), 2 usage.");
+}
+
+int ShowWindow(int argc, char** argv, const Arguments& arguments) {
+    if (arguments.tourFolder && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    int ownArguments = std::min(argc, 1);  // the rest is not meant for Qt
+    QApplication application(ownArguments, argv);
+    if (arguments.dark)
+        UseColors(Colors::Dark);
+    MainWindow window;
+    if (arguments.tourFolder)
+        return RunTour(window, QDir(QString::fromLocal8Bit(*arguments.tourFolder))), 0;
+    window.show();
+    return QApplication::exec();
+}
+
+int Run(int argc, char** argv) {
+    CLI::App app("The windows of the kortavin library at work, for trying them out", "kortavin-demo");
+    Arguments arguments;
+    Declare(app, arguments);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& asked) {
+        return app.exit(asked);
+    } catch (const CLI::ParseError& error) {
+        return Fail(error.what() + std::string("\n'kortavin-demo --help' tells how it is used."), kUsage);
+    }
+    return ShowWindow(argc, argv, arguments);
+}
+
+}  // namespace
+}  // namespace kortavin::demo
+
+int main(int argc, char** argv) {
+    using kortavin::demo::Fail;
+    try {
+        return kortavin::demo::Run(argc, argv);
+    } catch (const CException& error) {
+        return Fail(kortavin::base::GbkForDisplay(error.GetErrorMessage().View()));
+    } catch (const std::exception& error) {
+        return Fail(error.what());
+    }
+}

@@ -1,28 +1,44 @@
 #!/bin/bash
-# Installs a build and compiles a host against it, once through pkg-config and once through CMake.
-# Usage: package_test.sh BUILD-FOLDER COMPILER
+# Installs a build and compiles hosts against it, once through pkg-config and once through CMake.
+# Usage: package_test.sh BUILD-FOLDER COMPILER HOST...   (host, qthost)
 set -euo pipefail
 build=$1 compiler=$2
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+trap 'tail -n 30 "$work/log"' ERR
+
+# What each host asks for: pkg-config's packages; packages and libraries of CMake.
+declare -A modules=([host]=kortavin [qthost]='kortavin-qt Qt6Widgets')
+declare -A finds=([host]='' [qthost]='find_package(Qt6 REQUIRED COMPONENTS Widgets)')
+declare -A targets=([host]=kortavin::kortavin [qthost]='kortavin::kortavin-qt kortavin::kortavin Qt6::Widgets')
+
+run() {
+    QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=$work "$1" || { echo "$1 answers $?" && exit 1; }
+}
 
 cmake --install "$build" --prefix "$work/prefix" >"$work/log"
 libraries=$(dirname "$(find "$work/prefix" -name libkortavin.so)")
 
-read -ra flags <<<"$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs kortavin)"
-"$compiler" -std=c++20 "$here/host.cpp" "${flags[@]}" -Wl,-rpath,"$libraries" -o "$work/host"
-"$work/host"
-
 mkdir "$work/project"
-cp "$here/host.cpp" "$work/project"
 cat >"$work/project/CMakeLists.txt" <<'CMAKE'
 cmake_minimum_required(VERSION 3.25)
 project(host LANGUAGES CXX)
 find_package(kortavin REQUIRED)
-add_executable(host host.cpp)
-target_link_libraries(host PRIVATE kortavin::kortavin)
 CMAKE
+for host in "${@:3}"; do
+    read -ra packages <<<"${modules[$host]}"
+    read -ra flags <<<"$(PKG_CONFIG_PATH=$libraries/pkgconfig pkg-config --cflags --libs "${packages[@]}")"
+    "$compiler" -std=c++20 -fPIC "$here/$host.cpp" "${flags[@]}" -Wl,-rpath,"$libraries" -o "$work/$host"
+    run "$work/$host"
+    cp "$here/$host.cpp" "$work/project"
+    echo "${finds[$host]}
+          add_executable($host $host.cpp)
+          target_link_libraries($host PRIVATE ${targets[$host]})" >>"$work/project/CMakeLists.txt"
+done
+
 cmake -G Ninja -S "$work/project" -B "$work/built" -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_COMPILER="$compiler" >>"$work/log"
 cmake --build "$work/built" >>"$work/log"
-"$work/built/host"
+for host in "${@:3}"; do
+    run "$work/built/$host"
+done

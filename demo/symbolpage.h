@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+#include "demo/preview.h"
+#include "symbology/selareastyle.h"
+#include "symbology/selectcolor.h"
+#include "symbology/sellinestyle.h"
+#include "symbology/selsymstyle.h"
+#include "symbology/seltextsymbol.h"
+
+class QFormLayout;
+
+namespace kortavin::demo {
+
+// The page "符号": the five pickers on Qt's own widgets, and a preview that follows them.
+class SymbolPage : public QWidget {
+  public:
+    SymbolPage();
+
+    Symbols Chosen() const;
+
+    // The pickers tell nobody of a change, but every change is painted.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    QWidget* MakeForm();
+    // A row's text ends in the key that takes to it. Widgets are found by `name`, a swatch's button by that
+    // and "Button".
+    void AddCombo(QFormLayout& form, const QString& text, char key, CComboBox& picker, const char* name);
+    void AddSwatch(QFormLayout& form, const QString& text, char key, CSelectColor& picker, const char* name);
+    void AddPointColors(QFormLayout& form);
+    QWidget* MakePreview();
+    void SetStartingSymbols();
+    void Follow();
+
+    CSelLineStyle m_lineStyle;
+    CSelectColor m_lineColor;
+    CSelAreaStyle m_areaStyle;
+    CSelectColor m_areaColor;
+    CSelectColor m_areaBackground;
+    CSelectColor m_areaOutline;
+    CSelSymStyle m_point;
+    CSelTextSymbol m_textSymbol;
+    CSelectColor m_textColor;
+    Preview m_preview;
+    bool m_followIsQueued = false;
+};
+
+}  // namespace kortavin::demo
