@@ -48,9 +48,6 @@ class KORTAVIN_API Painter {
   public:
     virtual ~Painter();
     virtual bool CanDraw() const = 0;  // false: every drawing operation does nothing
-    // The desktop's setting of how many lines a notch of the wheel scrolls, as a decimal number ("-1": a
-    // page); empty when there is none.
-    virtual CString WheelScrollLines() const { return {}; }
     virtual CSize PixelsPerInch() const = 0;
     virtual CRect ClipBox() const = 0;            // the part that may be painted, before SetClip
     virtual void SetClip(const CRect& rect) = 0;  // within ClipBox; takes the place of the former

@@ -10,8 +10,8 @@ namespace kortavin::window {
 namespace {
 
 // Never destroyed: windows of a host's static objects go later than anything here could.
-std::unordered_set<const Window*>& LivingWindows() {
-    static auto* windows = new std::unordered_set<const Window*>;
+std::unordered_set<Window*>& LivingWindows() {
+    static auto* windows = new std::unordered_set<Window*>;
     return *windows;
 }
 
@@ -29,6 +29,9 @@ Window::Window(const WindowPlace& place) : m_place(place) {
 
 Window::~Window() {
     LivingWindows().erase(this);
+    for (Window* const other : LivingWindows())
+        if (other->m_place.owner == this)
+            other->m_place.owner = nullptr;
     if (IsWindow(m_place.parent))
         std::erase(m_place.parent->m_children, this);
 }

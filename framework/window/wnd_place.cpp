@@ -12,10 +12,10 @@ void InvalidateWithChildren(HWND window, const CRect* rect) {
             InvalidateWithChildren(child, nullptr);
             continue;
         }
-        const CRect place = child->Native().GetRect();
         CRect part;
-        if (part.IntersectRect(place, *rect)) {
-            part.OffsetRect(-place.left, -place.top);
+        if (part.IntersectRect(child->Native().GetRect(), *rect)) {
+            const CPoint origin = child->Native().ScreenToClient(window->Native().ClientToScreen({0, 0}));
+            part.OffsetRect(origin);
             InvalidateWithChildren(child, &part);
         }
     }

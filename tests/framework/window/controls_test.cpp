@@ -187,7 +187,7 @@ TEST_F(Controls, ScrollBarsStopBeforeTheLastPageAndHideWhenThatIsAll) {
 TEST_F(Controls, RedrawPaintsChildrenAtOnceButNothingHidden) {
     PaintingWindow window, child;
     window.Open({0, 0, 100, 60}, &parent);
-    child.Open({10, 10, 20, 20}, &window);
+    child.Open({10, 10, 20, 20}, &window, 2, WS_BORDER);
     Loop();
     const auto paintsBy = [&](UINT flags) {
         const int before = NativeOf(child).PaintCount();
@@ -203,11 +203,11 @@ TEST_F(Controls, RedrawPaintsChildrenAtOnceButNothingHidden) {
     child.color = kRed;
     parent.ShowWindow(TRUE);
     Loop();
-    EXPECT_EQ(SurfaceOf(child).CountOf(kRed), 100);
+    EXPECT_EQ(SurfaceOf(child).CountOf(kRed), 8 * 8);
     const CRect part(0, 0, 12, 60);
     child.color = kBlue;
     window.RedrawWindow(&part);
-    EXPECT_EQ(SurfaceOf(child).CountOf(kBlue), 2 * 10);
+    EXPECT_EQ(SurfaceOf(child).CountOf(kBlue), 1 * 8);
 }
 
 TEST_F(Controls, ScrollingMovesPixelsAndUncoversTheRest) {

@@ -127,7 +127,11 @@ void MemoryCombo::MoveSelection(int index) {
 void MemoryCombo::HandleKey(UINT key) {
     const int current = m_isOpen ? m_highlight : m_selection;
     const bool isForField = HasEditField() && !m_isOpen;
-    if (key == VK_F4 || (m_toolkit.IsKeyDown(VK_MENU) && (key == VK_UP || key == VK_DOWN)))
+    const bool isToggle = key == VK_F4 || (m_toolkit.IsKeyDown(VK_MENU) && (key == VK_UP || key == VK_DOWN));
+    const bool isEnd = m_isOpen && (key == VK_RETURN || key == VK_ESCAPE);
+    if (isEnd && key == VK_RETURN && m_highlight >= 0)
+        Pick(m_highlight);
+    else if (isToggle || isEnd)
         ToggleList();
     else if (key == VK_UP || key == VK_DOWN)
         MoveSelection(current + (key == VK_UP ? -1 : 1));
@@ -137,10 +141,6 @@ void MemoryCombo::HandleKey(UINT key) {
         MoveSelection(key == VK_HOME ? 0 : Count() - 1);
     else if (key == VK_DELETE && isForField)
         Erase(true);
-    else if (key == VK_RETURN && m_isOpen && m_highlight >= 0)
-        Pick(m_highlight);
-    else if ((key == VK_RETURN || key == VK_ESCAPE) && m_isOpen)
-        ToggleList();
 }
 
 // Erases the selection, or the character that begins at the caret or ends there.

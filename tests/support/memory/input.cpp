@@ -1,7 +1,6 @@
 #include "tests/support/memory/input.h"
 
 #include <cctype>
-#include <ranges>
 
 #include "framework/base/codepage.h"
 #include "framework/window/combobox.h"
@@ -44,8 +43,9 @@ UINT MouseKeys() {
 
 // Of windows that overlap, the one made last lies on top.
 MemoryWindow* WindowAt(MemoryWindow& window, CPoint screenPoint) {
-    for (const HWND child : std::views::reverse(window.Record().Children())) {
-        auto& native = static_cast<MemoryWindow&>(child->Native());
+    const auto& children = window.Record().Children();
+    for (auto child = children.rbegin(); child != children.rend(); ++child) {
+        auto& native = static_cast<MemoryWindow&>((*child)->Native());
         if (native.IsHitBy(native.ScreenToClient(screenPoint)))
             return WindowAt(native, screenPoint);
     }

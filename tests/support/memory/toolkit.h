@@ -58,7 +58,7 @@ class MemoryWindow : public window::NativeWindow {
     void TakeFocus() override {}
     void Move(const CRect& rect) override;
     CRect GetRect() const override { return m_rect; }
-    CSize GetClientSize() const override;
+    CSize GetClientSize() const override { return InnerSize(); }
     CPoint ClientToScreen(CPoint point) const override;
     CPoint ScreenToClient(CPoint point) const override;
     void Invalidate(const CRect* rect) override;
@@ -77,7 +77,7 @@ class MemoryWindow : public window::NativeWindow {
     void SetAccessibleText(std::string_view name, std::string_view description) override;
 
   protected:
-    CRect ClientRect() const { return {{0, 0}, GetClientSize()}; }
+    CRect ClientRect() const { return {{0, 0}, InnerSize()}; }
     CFont& TextFont() { return m_font; }
     void SetRect(const CRect& rect) { m_rect = rect; }
     virtual void PaintByDefault(std::unique_ptr<window::Painter> painter);
@@ -90,6 +90,7 @@ class MemoryWindow : public window::NativeWindow {
     enum class Painting { No, Announced, Begun };
 
     int BorderWidth() const;
+    CSize InnerSize() const;
     void FollowClientSize();
 
     MemoryWindow* m_parent;  // null for dialogs too: they lie on the screen

@@ -42,7 +42,7 @@ MemoryWindow::MemoryWindow(MemoryToolkit& toolkit, window::Window& record,
                (request.style & WS_VSCROLL) != 0 && request.kind != WindowKind::ComboBox},
       m_surface(0, 0) {
     m_toolkit.m_windows.push_back(this);
-    const CSize size = GetClientSize();
+    const CSize size = InnerSize();
     m_surface = PixelSurface(size.cx, size.cy);
     m_invalid = ClientRect();
 }
@@ -106,7 +106,7 @@ bool MemoryWindow::IsScrollBarShown(int bar) const {
            state.maximum > state.minimum;
 }
 
-CSize MemoryWindow::GetClientSize() const {
+CSize MemoryWindow::InnerSize() const {
     const auto inner = [&](int outer, int bar) {
         return std::max(0, outer - 2 * BorderWidth() - (IsScrollBarShown(bar) ? kScrollBarSize : 0));
     };
@@ -114,7 +114,7 @@ CSize MemoryWindow::GetClientSize() const {
 }
 
 void MemoryWindow::FollowClientSize() {
-    const CSize size = GetClientSize();
+    const CSize size = InnerSize();
     if (size == m_surface.Bounds().Size())
         return;
     m_surface = PixelSurface(size.cx, size.cy);
