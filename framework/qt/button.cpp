@@ -5,7 +5,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <memory>
-#include <ranges>
 
 #include "framework/qt/window.h"
 #include "framework/window/styles.h"
@@ -86,13 +85,12 @@ class QtButton final : public QtWindow, public window::NativeButton {
         const HWND own = &GetWindow();
         if (own->Parent() == nullptr || (own->Style() & WS_GROUP) != 0)
             return nullptr;
-        const auto isOther = [own](HWND sibling) { return sibling != own; };
-        for (const HWND sibling :
-             own->Parent()->Children() | std::views::filter(isOther) | std::views::reverse) {
-            const auto* const button = dynamic_cast<const QtButton*>(&sibling->Native());
+        const auto& siblings = own->Parent()->Children();
+        for (auto it = siblings.rbegin(); it != siblings.rend(); ++it) {
+            const auto* const button = *it == own ? nullptr : dynamic_cast<const QtButton*>(&(*it)->Native());
             if (button != nullptr && button->m_group != nullptr)
                 return button->m_group;
-            if ((sibling->Style() & WS_GROUP) != 0)
+            if (((*it)->Style() & WS_GROUP) != 0)
                 return nullptr;
         }
         return nullptr;

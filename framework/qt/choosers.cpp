@@ -21,8 +21,7 @@ namespace {
 template <class Box>
 class ModalBox {
   public:
-    explicit ModalBox(QWidget* parent)
-        : m_box(new Box(parent != nullptr ? parent->window() : QApplication::activeWindow())) {}
+    explicit ModalBox(QWidget* parent) : m_box(new Box(WindowBelowBox(parent))) {}
     ~ModalBox() { delete m_box.data(); }
     ModalBox(const ModalBox&) = delete;
     ModalBox& operator=(const ModalBox&) = delete;
@@ -53,6 +52,13 @@ bool CanOpenBoxes() {
 }
 
 }  // namespace
+
+QWidget* WindowBelowBox(QWidget* named) {
+    if (named != nullptr)
+        return named->window();
+    QWidget* const active = QApplication::activeWindow();
+    return active != nullptr && active->isVisible() ? active : nullptr;
+}
 
 int ShowMessageBox(std::string_view text, QWidget* parent) {
     if (!CanOpenBoxes())

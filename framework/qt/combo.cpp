@@ -3,7 +3,6 @@
 #include <QAbstractItemView>
 #include <QEvent>
 #include <QLineEdit>
-#include <QSignalBlocker>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 #include <algorithm>
@@ -14,9 +13,6 @@
 
 namespace kortavin::qt {
 namespace {
-
-// Where an item keeps its bytes, far from the roles that a host may use.
-constexpr int kBytesRole = Qt::UserRole + 0x4B56;
 
 struct OptionAccess : QComboBox {
     using QComboBox::initStyleOption;
@@ -40,21 +36,14 @@ int FrameHeight(const QComboBox& combo) {
     return std::clamp(kAmple - FieldRect(combo, option).height(), 0, kAmple);
 }
 
-CString BytesOf(const QComboBox& combo, int index) {
-    const QString text = combo.itemText(index);
-    const QByteArray bytes = combo.itemData(index, kBytesRole).toByteArray();
-    const std::string_view kept(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    // The host may have changed the item since.
-    return ToQt(kept) == text ? CString(kept) : FromQt(text);
-}
-
 }  // namespace
 
 QtCombo::QtCombo(window::Window& window, QComboBox& combo, Ownership ownership)
     : QtWindow(window, combo, ownership),
       m_isOurs(ownership == Ownership::Ours),
-      m_former{combo.view()->itemDelegate(), combo.minimumHeight(), combo.view()->minimumWidth(),
-               combo.accessibleDescription()} {
+      m_former{combo.view()->itemDelegate(), combo.completer(),
+               combo.insertPolicy(),         combo.minimumHeight(),
+               combo.view()->minimumWidth(), combo.accessibleDescription()} {
     combo.setInsertPolicy(QComboBox::NoInsert);
     if (combo.isEditable())
         combo.setCompleter(nullptr);
@@ -74,6 +63,9 @@ QtCombo::~QtCombo() {
     if (m_isOurs)
         return;
     DetachComboAccess(*combo);
+    combo->setInsertPolicy(m_former.insertPolicy);
+    if (combo->isEditable())
+        combo->setCompleter(m_former.completer);
     combo->setMinimumHeight(m_former.minimumHeight);
     combo->view()->setMinimumWidth(m_former.listWidth);
     combo->setAccessibleDescription(m_former.accessibleDescription);
@@ -85,7 +77,7 @@ QComboBox* QtCombo::Combo() const {
 
 void QtCombo::Connect(QComboBox& combo) {
     connect(&combo, &QComboBox::activated, this, [this] { OnActivated(); });
-    connect(&combo, &QComboBox::currentIndexChanged, this, [&combo] { AnnounceComboItem(combo); });
+    connect(&combo, &QComboBox::currentIndexChanged, this, [this] { Announce(); });
     if (combo.isEditable())
         connect(combo.lineEdit(), &QLineEdit::textEdited, this, [this] { Notify(CBN_EDITCHANGE); });
     combo.view()->window()->installEventFilter(this);
@@ -102,12 +94,6 @@ void QtCombo::UseDelegate() {
 void QtCombo::Notify(WORD code) {
     if (IsReporting())
         ReportNotification(GetWindow(), code);
-}
-
-void QtCombo::OnActivated() {
-    if (const QComboBox* const combo = Combo(); combo != nullptr)
-        m_editText.Set(BytesOf(*combo, combo->currentIndex()).View());
-    Notify(CBN_SELCHANGE);
 }
 
 bool QtCombo::eventFilter(QObject* watched, QEvent* event) {
@@ -144,88 +130,15 @@ void QtCombo::PaintClosedBox(QComboBox& combo) {
     DrawComboItem(GetWindow(), painter, field, combo.currentIndex(), state);
 }
 
-void QtCombo::SetText(std::string_view text) {
-    if (QComboBox* const combo = Combo(); combo != nullptr && combo->isEditable())
-        combo->setEditText(m_editText.Set(text));
-}
-
-CString QtCombo::GetText() const {
-    const QComboBox* const combo = Combo();
-    if (combo == nullptr)
-        return {};
-    return combo->isEditable() ? m_editText.Get(combo->currentText()) : ItemText(combo->currentIndex());
-}
-
 void QtCombo::SetFont(const CFont& font) {
     QtWindow::SetFont(font);
     FollowFieldHeight();
 }
 
-int QtCombo::Count() const {
-    const QComboBox* const combo = Combo();
-    return combo == nullptr ? 0 : combo->count();
-}
-
-// Qt selects the first item that comes into an empty box, the neighbour of one that goes, and sets the edit
-// field with it. Here neither the selection nor the field follows what the program does to the list.
-template <class Change>
-void QtCombo::ChangeItems(QComboBox& combo, Change change) {
-    const QSignalBlocker blocker(combo);
-    const QString text = combo.currentText();
-    const QPersistentModelIndex selected =
-        combo.model()->index(combo.currentIndex(), combo.modelColumn(), combo.rootModelIndex());
-    change();
-    combo.setCurrentIndex(selected.isValid() ? selected.row() : -1);
-    if (combo.isEditable() && combo.currentText() != text)
-        combo.setEditText(text);
-}
-
-void QtCombo::Insert(int index, std::string_view text) {
-    QComboBox* const combo = Combo();
-    if (combo == nullptr)
-        return;
-    ChangeItems(*combo, [&] {
-        combo->insertItem(index, ToQt(text));
-        combo->setItemData(index, QByteArray(text.data(), static_cast<qsizetype>(text.size())), kBytesRole);
-    });
-}
-
-void QtCombo::Remove(int index) {
-    if (QComboBox* const combo = Combo(); combo != nullptr)
-        ChangeItems(*combo, [&] { combo->removeItem(index); });
-}
-
-void QtCombo::Clear() {
-    QComboBox* const combo = Combo();
-    if (combo == nullptr)
-        return;
-    combo->clear();
-    SetText({});
-}
-
-CString QtCombo::ItemText(int index) const {
-    const QComboBox* const combo = Combo();
-    return combo == nullptr || index < 0 ? CString() : BytesOf(*combo, index);
-}
-
-int QtCombo::Selection() const {
-    const QComboBox* const combo = Combo();
-    return combo == nullptr ? -1 : combo->currentIndex();
-}
-
-void QtCombo::Select(int index) {
-    QComboBox* const combo = Combo();
-    if (combo == nullptr)
-        return;
-    combo->setCurrentIndex(index);
-    SetText(ItemText(index).View());
-}
-
-// An editor, which is to cover a grid's cell, is as high as its field. Pictures stand within the style's frame.
 int QtCombo::ClosedHeight(const QComboBox& combo) const {
     if (m_fieldHeight == 0)
         return combo.sizeHint().height();
-    return m_fieldHeight + (combo.hasFrame() ? FrameHeight(combo) : 0);
+    return IsCellEditor() ? m_fieldHeight : m_fieldHeight + FrameHeight(combo);
 }
 
 // A box of the host is at least so high; its layout has the last word.
@@ -264,7 +177,7 @@ void QtCombo::SetItemHeight(int index, int height) {
         return;
     }
     m_fieldHeight = height;
-    if (m_isOurs && !IsOwnerDrawn()) {
+    if (IsCellEditor()) {
         combo->setFrame(false);
         combo->setBackgroundRole(QPalette::Base);  // around the edit field, where a style draws nothing
         combo->setAutoFillBackground(true);
@@ -298,25 +211,6 @@ void QtCombo::ShowList(bool open) {
 bool QtCombo::IsListOpen() const {
     const QComboBox* const combo = Combo();
     return combo != nullptr && combo->view()->isVisible();
-}
-
-void QtCombo::SetItemAccessibleName(int index, std::string_view name) {
-    QComboBox* const combo = Combo();
-    if (combo == nullptr)
-        return;
-    combo->setItemData(index, ToQt(name), Qt::AccessibleTextRole);
-    if (index == combo->currentIndex())
-        AnnounceComboItem(*combo);
-}
-
-void QtCombo::SetEditSelection(int first, int last) {
-    const QComboBox* const combo = Combo();
-    if (combo == nullptr || !combo->isEditable())
-        return;
-    const CString text = GetText();
-    const int begin = QtOffset(text.View(), first);
-    const int end = QtOffset(text.View(), last < 0 ? text.GetLength() : last);
-    combo->lineEdit()->setSelection(begin, end - begin);
 }
 
 std::unique_ptr<QtWindow> MakeCombo(window::Window& window, const window::WindowRequest& request) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QComboBox>
+#include <QCompleter>
 #include <memory>
 
 #include "framework/qt/combodelegate.h"
@@ -45,6 +46,8 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
   private:
     QComboBox* Combo() const;  // null once it is gone, or half gone
     bool IsOwnerDrawn() const { return (GetWindow().Style() & CBS_OWNERDRAWFIXED) != 0; }
+    // Covers a cell of a grid: it is as high as its field, and unframed.
+    bool IsCellEditor() const { return m_isOurs && !IsOwnerDrawn() && m_fieldHeight > 0; }
     void Connect(QComboBox& combo);
     void UseDelegate();
     void Notify(WORD code);
@@ -52,12 +55,15 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
     template <class Change>
     void ChangeItems(QComboBox& combo, Change change);
     void FollowFieldHeight();
+    void Announce();
     int ClosedHeight(const QComboBox& combo) const;
     void PaintClosedBox(QComboBox& combo);
 
     // What a host's combo box gets back.
     struct Former {
         QPointer<QAbstractItemDelegate> delegate;
+        QPointer<QCompleter> completer;
+        QComboBox::InsertPolicy insertPolicy = QComboBox::NoInsert;
         int minimumHeight = 0;
         int listWidth = 0;
         QString accessibleDescription;
@@ -69,6 +75,7 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
     KeptText m_editText;
     int m_fieldHeight = 0;  // 0: not set
     int m_itemHeight = 0;
+    bool m_hasItemNames = false;
 };
 
 }  // namespace kortavin::qt

@@ -101,8 +101,6 @@ void DetachComboAccess(QComboBox& combo) {
 
 void AnnounceComboItem(QComboBox& combo) {
     const QString name = ItemName(combo);
-    if (name.isEmpty())
-        return;
     combo.setAccessibleDescription(name);
     QAccessibleValueChangeEvent change(&combo, name);
     QAccessible::updateAccessibility(&change);

@@ -9,7 +9,7 @@ namespace kortavin::qt {
 void AttachComboAccess(QComboBox& combo);
 void DetachComboAccess(QComboBox& combo);
 
-// The current item, or its name, changed.
+// Another item is current, or its name changed: the box is described by that name.
 void AnnounceComboItem(QComboBox& combo);
 
 }  // namespace kortavin::qt

@@ -1,10 +1,10 @@
 #include "framework/qt/dialog.h"
 
-#include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QPushButton>
 
+#include "framework/qt/choosers.h"
 #include "framework/window/messagebox.h"
 #include "framework/window/styles.h"
 
@@ -53,17 +53,11 @@ Qt::WindowFlags FlagsOf(DWORD style) {
     return flags;
 }
 
-// That of the window which the user works in, where the program names none.
-QWidget* ParentOf(const window::WindowRequest& request) {
-    if (const QWidget* const parent = ParentWidget(request); parent != nullptr)
-        return parent->window();
-    return QApplication::activeWindow();
-}
-
 }  // namespace
 
 QtDialog::QtDialog(window::Window& window, const window::WindowRequest& request)
-    : QtWindow(window, *new DialogWidget(ParentOf(request), FlagsOf(request.style)), Ownership::Ours) {
+    : QtWindow(window, *new DialogWidget(WindowBelowBox(ParentWidget(request)), FlagsOf(request.style)),
+               Ownership::Ours) {
     Widget()->setWindowModality(Qt::ApplicationModal);
     Widget()->setAttribute(Qt::WA_QuitOnClose, false);
 }

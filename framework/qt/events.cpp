@@ -83,7 +83,9 @@ void QtWindow::HandOwnEvent(const window::Message& message) {
 }
 
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
-    return watched == m_widget && !IsLeftAlone() && Filter(*event);
+    bool isHandled = false;
+    window::Guarded([&] { isHandled = watched == m_widget && !IsLeftAlone() && Filter(*event); });
+    return isHandled;
 }
 
 // Without an object, a widget of the host is the host's again, and the mouse over a label is the parent's.

@@ -58,11 +58,11 @@ std::string_view FaceName(const LOGFONT& description) {
     return {face.begin(), std::ranges::find(face, '\0')};
 }
 
-// The largest size whose lines are no higher than `height`.
+// The largest size whose lines are no higher than `height`, from an estimate just above it.
 int PixelSizeForHeight(QFont font, int height) {
-    int size = height;
-    font.setPixelSize(size);
-    for (; size > 1 && QFontMetrics(font).height() > height; font.setPixelSize(size))
+    font.setPixelSize(height);
+    int size = height * height / std::max(QFontMetrics(font).height(), 1) + 1;
+    for (font.setPixelSize(size); size > 1 && QFontMetrics(font).height() > height; font.setPixelSize(size))
         --size;
     return size;
 }
@@ -76,9 +76,13 @@ void SetSize(QFont& font, const LOGFONT& description) {
         font.setPixelSize(PixelSizeForHeight(font, height));
     else
         font.setPixelSize(QFontInfo(QApplication::font()).pixelSize());
-    const int average = QFontMetrics(font).averageCharWidth();
-    if (description.lfWidth > 0 && average > 0)
-        font.setStretch(std::clamp(100 * std::min(description.lfWidth, kLargest) / average, 1, 4000));
+}
+
+void SetWidth(QFont& font, int averageWidth) {
+    constexpr int kWidest = 4000;  // percent, the most that Qt takes
+    const int natural = QFontMetrics(font).averageCharWidth();
+    if (natural > 0)
+        font.setStretch(static_cast<int>(std::clamp<LONGLONG>(100LL * averageWidth / natural, 1, kWidest)));
 }
 
 QFont MakeQFont(const LOGFONT& description) {
@@ -94,6 +98,8 @@ QFont MakeQFont(const LOGFONT& description) {
     font.setKerning(false);
     font.setStyleStrategy(QFont::PreferNoShaping);
     SetSize(font, description);
+    if (description.lfWidth > 0)
+        SetWidth(font, description.lfWidth);
     return font;
 }
 

@@ -3,7 +3,6 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <array>
-#include <memory>
 
 #include "framework/window/toolkit.h"
 

@@ -51,13 +51,21 @@ bool IsSystemKey(const QKeyEvent& event) {
            (event.modifiers().testFlag(Qt::AltModifier) && !event.modifiers().testFlag(Qt::ControlModifier));
 }
 
-bool HasVisibleText(const QKeyEvent& event) {
-    return !event.text().isEmpty() && event.text().front().unicode() >= 0x20 && event.text() != QChar(0x7F);
+bool IsControlKey(const QKeyEvent& event) {
+    return event.modifiers().testFlag(Qt::ControlModifier) && !event.modifiers().testFlag(Qt::AltModifier);
 }
 
-// The delete key's character tells nobody anything.
+bool HasVisibleText(const QKeyEvent& event) {
+    return !event.text().isEmpty() && event.text().front() >= QChar(' ') && event.text() != QChar(0x7F) &&
+           !IsControlKey(event);
+}
+
+// Letters with Ctrl stand for control characters. The delete key's tells nobody anything.
 std::vector<WPARAM> TypedCharacters(const QKeyEvent& event) {
-    return event.text() == QChar(0x7F) ? std::vector<WPARAM>() : CharactersOf(event.text());
+    if (IsControlKey(event) && event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z)
+        return {static_cast<WPARAM>(event.key() - Qt::Key_A + 1)};
+    const bool isControl = !event.text().isEmpty() && event.text().front() < QChar(' ');
+    return isControl || HasVisibleText(event) ? CharactersOf(event.text()) : std::vector<WPARAM>();
 }
 
 // One press, and whether the key was down before.
@@ -106,7 +114,8 @@ bool QtWindow::MoveOn(const QKeyEvent& event) {
 }
 
 // The widget handles a key with its character where it has a visible one, else with the key itself: then its
-// character has nothing left to do.
+// character has nothing left to do. What the widget ignores climbs to its parents. A Tab that goes on to the
+// next control types nothing; Esc is a dialog's even where it is wanted, unless a handler takes it.
 bool QtWindow::OnKeyPress(QKeyEvent& event) {
     const bool isSystem = IsSystemKey(event);
     if (IsForDescendant() || (isSystem && event.text().isEmpty()))
@@ -116,9 +125,9 @@ bool QtWindow::OnKeyPress(QKeyEvent& event) {
     const QPointer<QtWindow> alive(this);
     const bool isWanted = Wants(event);
     event.accept();
-    if (alive != nullptr && (isSystem || ReportKeyDown(event, isWanted)))
+    if (alive != nullptr && (isSystem || ReportKeyDown(event, isWanted)) && (isWanted || !IsTab(event)))
         ReportCharacters(event, isSystem ? WM_SYSCHAR : WM_CHAR);
-    if (isWanted && event.key() != Qt::Key_Escape)
+    if (alive == nullptr || (isWanted && event.key() != Qt::Key_Escape))
         event.accept();
     return true;
 }

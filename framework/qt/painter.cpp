@@ -3,7 +3,7 @@
 #include <QImage>
 #include <QPen>
 #include <algorithm>
-#include <vector>
+#include <cmath>
 
 #include "framework/qt/colors.h"
 #include "framework/qt/font.h"

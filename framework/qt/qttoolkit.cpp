@@ -30,6 +30,7 @@ std::unique_ptr<window::Toolkit> MakeQtToolkit() {
 std::unique_ptr<QtWindow> MakePlain(window::Window& window, const window::WindowRequest& request) {
     auto* const frame = new QFrame(ParentWidget(request));
     frame->setFocusPolicy(Qt::TabFocus);
+    frame->setAutoFillBackground(true);  // Qt moves pixels of opaque widgets only
     if ((request.style & WS_BORDER) != 0)
         frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     return std::make_unique<QtWindow>(window, *frame, QtWindow::Ownership::Ours);

@@ -1,7 +1,6 @@
 #include "framework/qt/text.h"
 
 #include <algorithm>
-#include <string>
 
 #include "framework/base/codepage.h"
 
