@@ -4,6 +4,9 @@
 
 inline constexpr int CB_ERR = -1;
 
+// The control id of the edit field of a CBS_DROPDOWN combo box, a child window of it.
+inline constexpr int kComboEditId = 1001;
+
 // A drop-down box: a field and a list. Items are not sorted. What the program selects is not notified; what
 // the user selects is, by CBN_SELCHANGE. An owner-drawn one (CBS_OWNERDRAWFIXED) asks MeasureItem once, when
 // the object is attached, and DrawItem for every item that shows and for its selection field.

@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "framework/window/combobox.h"
 #include "framework/window/window.h"
 
 namespace kortavin::window {
@@ -34,9 +35,13 @@ HWND FocusWindow() {
     return s_focus;
 }
 
+// A combo box with an edit field leaves the focus to that.
 void SetFocusTo(HWND gainer) {
     if (gainer != nullptr && !IsWindow(gainer))
         return;
+    if (gainer != nullptr && gainer->Kind() == WindowKind::ComboBox)
+        if (const HWND field = gainer->Child(kComboEditId); field != nullptr)
+            gainer = field;
     const auto take = [gainer] {
         if (gainer != nullptr)
             gainer->Native().TakeFocus();

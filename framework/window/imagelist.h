@@ -5,8 +5,8 @@
 
 class CDC;
 
-// Small pictures by number, as a host has them. A control that shows them borrows the list, which must outlive
-// it.
+// Small pictures by number, as a host has them. A control that shows them borrows the list, which must
+// outlive it.
 class KORTAVIN_API CImageList {
   public:
     virtual ~CImageList() = default;

@@ -68,7 +68,8 @@ inline constexpr WORD CBN_EDITCHANGE = 5;
 inline constexpr WORD CBN_DROPDOWN = 7;
 inline constexpr WORD CBN_CLOSEUP = 8;
 
-// Answers to WM_GETDLGCODE: which keys a control wants for itself.
+// Answers to WM_GETDLGCODE: which keys a window wants for itself. Of Tab, Enter and Esc, which dialogs use,
+// it hears only if it asks: Enter comes with the characters, Esc with all keys only.
 inline constexpr UINT DLGC_WANTARROWS = 0x0001;
 inline constexpr UINT DLGC_WANTTAB = 0x0002;
 inline constexpr UINT DLGC_WANTALLKEYS = 0x0004;

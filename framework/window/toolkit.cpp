@@ -58,6 +58,10 @@ NativeButton* NativeWindow::AsButton() {
     return nullptr;
 }
 
+std::unique_ptr<NativeWindow> NativeCombo::MakeEditField(Window&) {
+    return nullptr;
+}
+
 void RegisterToolkit(ToolkitFactory factory) {
     s_factory = factory;
 }

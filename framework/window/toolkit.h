@@ -164,9 +164,13 @@ class KORTAVIN_API NativeCombo {
     // The selection in the edit field as byte offsets of its text; -1 as the end: to the end. Nothing for a
     // combo without an edit field.
     virtual void SetEditSelection(int first, int last) = 0;
+    // For a combo with an edit field (CBS_DROPDOWN): what stands for the field as a window of its own. The
+    // field has the focus for the combo, and keys, characters and the focus are reported to it; its default
+    // handling of them is the combo's. The combo outlives it.
+    virtual std::unique_ptr<NativeWindow> MakeEditField(Window& field);  // null: there is none
 };
 
-enum class WindowKind { Plain, Dialog, Static, Button, ComboBox };
+enum class WindowKind { Plain, Dialog, Static, Button, ComboBox, Edit };
 
 // What the library asks a toolkit to make.
 struct WindowRequest {

@@ -4,6 +4,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "framework/window/combobox.h"
 #include "framework/window/wnd.h"
 
 namespace kortavin::window {
@@ -42,7 +43,7 @@ HWND Window::Create(const WindowPlace& place, const MakeNative& make) {
     };
     std::unique_ptr<Window, Deleter> window(new Window(place));
     window->m_native = make(*window);
-    return window.release();
+    return window->m_native != nullptr ? window.release() : nullptr;
 }
 
 HWND Window::Create(const WindowPlace& place, const WindowRequest& request) {
@@ -50,6 +51,9 @@ HWND Window::Create(const WindowPlace& place, const WindowRequest& request) {
         Create(place, [&](Window& made) { return RequireToolkit().MakeWindow(request, made); });
     if (request.font != nullptr)
         window->m_font = *request.font;
+    if (place.kind == WindowKind::ComboBox && (place.style & CBS_DROPDOWNLIST) == CBS_DROPDOWN)
+        Create({WindowKind::Edit, window, nullptr, kComboEditId, WS_CHILD | WS_VISIBLE},
+               [window](Window& field) { return window->Native().AsCombo()->MakeEditField(field); });
     return window;
 }
 

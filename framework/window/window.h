@@ -24,7 +24,8 @@ class KORTAVIN_API Window {
   public:
     using MakeNative = std::function<std::unique_ptr<NativeWindow>(Window&)>;
 
-    // Makes the record and, by `make`, what it stands for. The record owns itself until Destroy.
+    // Makes the record and, by `make`, what it stands for. The record owns itself until Destroy. Null when
+    // that makes nothing.
     static HWND Create(const WindowPlace& place, const MakeNative& make);
     // As asked of the toolkit in use, which is loaded if need be.
     static HWND Create(const WindowPlace& place, const WindowRequest& request);

@@ -20,7 +20,8 @@ struct NamedKind {
 };
 constexpr std::array kControls{NamedKind{"Static", WindowKind::Static},
                                NamedKind{"Button", WindowKind::Button},
-                               NamedKind{"ComboBox", WindowKind::ComboBox}};
+                               NamedKind{"ComboBox", WindowKind::ComboBox},
+                               NamedKind{"Edit", WindowKind::Edit}};
 
 std::vector<std::string>& RegisteredClasses() {
     static auto* classes = new std::vector<std::string>;

@@ -1,0 +1,100 @@
+#include "framework/window/toolkit.h"
+#include "framework/window/window.h"
+#include "grid/gridcelledit.h"
+#include "grid/gridctrl.h"
+
+// Editing in place, and what the owner is told of it.
+
+LRESULT CGridCtrl::NotifyParent(int row, int col, int code) {
+    CWnd* const owner = GetOwner();
+    if (owner == nullptr)
+        return 0;
+    const auto id = static_cast<UINT_PTR>(GetDlgCtrlID());
+    GridNotify record{{m_hWnd, id, code}, row, col};
+    return owner->SendMessage(WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
+}
+
+void CGridCtrl::OnChar(UINT nChar, UINT, UINT) {
+    const bool ctrlIsDown = kortavin::window::RequireToolkit().IsKeyDown(VK_CONTROL);
+    const Life life(*this);
+    if (!ctrlIsDown && !IsMouseBusy() && !(nChar == VK_TAB && m_handleTabKey))
+        StartCellEdit(m_focusCell.row, m_focusCell.col, nChar);
+    if (life)
+        Default();
+}
+
+void CGridCtrl::StartCellEdit(int row, int col, UINT nChar) {
+    EnsureVisible(row, col);
+    CRect rect;
+    if (!IsValid(row, col) || !IsCellEditable(row, col) || !IsCellVisible(row, col) ||
+        !GetCellRect(row, col, &rect))
+        return;
+    const Life life(*this);
+    NotifyParent(row, col, GridNotifyBeginEdit);
+    GridItem item;
+    item.row = row;
+    item.col = col;
+    item.mask = GridItemText | GridItemFormat;
+    if (!life || !GetItem(&item))
+        return;
+    const DWORD style = (item.nFormat & DT_RIGHT) != 0    ? ES_RIGHT
+                        : (item.nFormat & DT_CENTER) != 0 ? ES_CENTER
+                                                          : 0;
+    CreateCellEditor(rect, style, GridEditorControlId, row, col, item.text, static_cast<int>(nChar));
+}
+
+// The editor owns itself.
+void CGridCtrl::CreateCellEditor(CRect& rect, DWORD dwStyle, UINT nID, int row, int col, const char* text,
+                                 int nChar) {
+    CGridCellEdit::Open(this, rect, dwStyle, nID, row, col, text, static_cast<UINT>(nChar));
+}
+
+void CGridCtrl::FinishCellEdit(int row, int col, CString text) {
+    if (text != GetItemText(row, col)) {
+        SetModified(TRUE, row, col);
+        SetItemText(row, col, text);
+    }
+    NotifyParent(row, col, GridNotifyEditCommitted);
+}
+
+namespace {
+
+bool ContinuesEditing(LPARAM key) {
+    return key == VK_TAB || (key >= LPARAM{VK_PRIOR} && key <= LPARAM{VK_DOWN});
+}
+
+}  // namespace
+
+void CGridCtrl::OnCellEditorDone(NMHDR* pNMHDR, LRESULT* pResult) {
+    *pResult = 0;
+    if (m_hWnd == nullptr)
+        return;
+    const GridItem item = reinterpret_cast<const GridEditNotify*>(pNMHDR)->item;
+    const Life life(*this);
+    FinishCellEdit(item.row, item.col, item.text);
+    if (life) {
+        InvalidateCell({item.row, item.col});
+        NotifyParent(item.row, item.col, GridNotifyEndEdit);
+    }
+    if (!life || !ContinuesEditing(item.lParam))
+        return;
+    const auto key = static_cast<UINT>(item.lParam);
+    OnKeyDown(key, 1, 0);
+    if (life)
+        StartCellEdit(m_focusCell.row, m_focusCell.col, key);
+}
+
+void CGridCtrl::ClearFocusCell() {
+    const auto [row, col] = m_focusCell;
+    if (!IsCellEditable(row, col))
+        return;
+    const Life life(*this);
+    NotifyParent(row, col, GridNotifyBeginEdit);
+    if (!life)
+        return;
+    SetItemText(row, col, "");
+    SetModified(TRUE, row, col);
+    NotifyParent(row, col, GridNotifyEndEdit);
+    if (life)
+        RedrawCell(row, col);
+}

@@ -1,0 +1,179 @@
+#include "grid/gridcellcombo.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "framework/window/metrics.h"
+#include "framework/window/window.h"
+#include "grid/celleditor.h"
+
+using namespace kortavin::window;
+using namespace kortavin::grid;
+
+namespace {
+
+bool IsCtrlDown() {
+    return RequireToolkit().IsKeyDown(VK_CONTROL);
+}
+
+// Keys whose release ends a list editor.
+bool EndsOnRelease(UINT key) {
+    return key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE;
+}
+
+}  // namespace
+
+CGridCellCombo::CGridCellCombo(int row, int col, const CString& initText)
+    : m_initialText(initText), m_row(row), m_col(col) {}
+CGridCellCombo::~CGridCellCombo() = default;
+
+void CGridCellCombo::Open(CWnd* pParent, const CRect& rect, DWORD dwStyle, UINT nID, int row, int col,
+                          const CStringArray& items, const CString& initText, UINT nFirstChar) {
+    std::unique_ptr<CGridCellCombo> editor(new CGridCellCombo(row, col, initText));
+    CRect place = rect;
+    place.InflateRect(0, 0, 1, 1);
+    const int cellHeight = place.Height();
+    place.bottom += editor->m_numLines * cellHeight + GetSystemMetrics(SM_CYHSCROLL);
+    if (!editor->Create(dwStyle | WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | CBS_AUTOHSCROLL, place,
+                        pParent, nID))
+        return;
+    CGridCellCombo* const opened = editor.release();
+    opened->Fill(place, items);
+    opened->SetItemHeight(-1, static_cast<UINT>(cellHeight));
+    opened->Begin(nFirstChar);
+}
+
+void CGridCellCombo::Fill(const CRect& rect, const CStringArray& items) {
+    CFont* const font = GetParent()->GetFont();
+    SetFont(font);
+    int widest = 0;
+    for (int i = 0; i < items.GetSize(); ++i) {
+        AddString(items[i]);
+        widest = std::max(widest, font->GetNative()->Width(items[i].View()));
+    }
+    const int width = widest + GetSystemMetrics(SM_CXVSCROLL) + 2 * font->GetNative()->Width(" ");
+    MoveWindow({rect.left, rect.top, std::max(rect.right, rect.left + width), rect.bottom});
+    SetDroppedWidth(static_cast<UINT>(width));
+    if (SelectString(-1, m_initialText) == CB_ERR)
+        SetWindowText(m_initialText);
+}
+
+void CGridCellCombo::Begin(UINT firstChar) {
+    const HWND window = m_hWnd;
+    const bool hasField = m_edit.SubclassDlgItem(kComboEditId, this) != FALSE;
+    SetFocus();
+    if (!hasField || !IsWindow(window))
+        return;
+    const FirstCharacter first = EffectOfFirst(firstChar, true);
+    const int end = GetWindowTextLength();
+    SetEditSel(first.selectsAll ? 0 : end, end);
+    if (first.isTyped)
+        SendMessage(WM_CHAR, firstChar, 1);
+}
+
+const MessageMap* CGridCellCombo::GetMessageMap() const {
+    static constexpr MessageEntry kEntries[] = {
+        OnMessage<WM_KILLFOCUS, &CGridCellCombo::OnKillFocus>(),
+        OnMessage<WM_KEYDOWN, &CGridCellCombo::OnKeyDown>(),
+        OnMessage<WM_KEYUP, &CGridCellCombo::OnKeyUp>(),
+        OnMessage<WM_SYSCHAR, &CGridCellCombo::OnSysChar>(),
+        OnMessage<WM_GETDLGCODE, &CGridCellCombo::OnGetDlgCode>(),
+    };
+    static const MessageMap map{CComboBox::GetMessageMap(), kEntries};
+    return &map;
+}
+
+void CGridCellCombo::PostNcDestroy() {
+    delete this;
+}
+
+// With an edit field it is that which has the focus and loses it.
+void CGridCellCombo::OnKillFocus(CWnd*) {
+    Default();
+    if (m_edit.m_hWnd == nullptr)
+        EndEdit();
+}
+
+void CGridCellCombo::EndEdit() {
+    if (m_hWnd != nullptr && !std::exchange(m_hasEnded, true))
+        ReportEdit(*this, {m_row, m_col}, m_lastChar);
+}
+
+// Taking the focus away is what ends the edit.
+void CGridCellCombo::LeaveBy(UINT key) {
+    m_lastChar = key;
+    GetParent()->SetFocus();
+}
+
+// A key that ends the edit on its release has nothing to do before but to close the list.
+void CGridCellCombo::OnKeyDown(UINT nChar, UINT, UINT) {
+    if (IsLeavingKey(nChar) && (m_exitOnArrows || IsCtrlDown()))
+        LeaveBy(nChar);
+    else if (!EndsOnRelease(nChar) || GetDroppedState())
+        Default();
+}
+
+void CGridCellCombo::OnKeyUp(UINT nChar, UINT, UINT) {
+    if (nChar == VK_ESCAPE)
+        SetWindowText(m_initialText);
+    if (EndsOnRelease(nChar))
+        LeaveBy(nChar);
+    else
+        Default();
+}
+
+// Alt with a letter is not for the dialog while a cell is edited.
+void CGridCellCombo::OnSysChar(UINT, UINT, UINT) {}
+
+UINT CGridCellCombo::OnGetDlgCode() {
+    return DLGC_WANTALLKEYS;
+}
+
+CGridComboEdit::~CGridComboEdit() = default;
+
+const MessageMap* CGridComboEdit::GetMessageMap() const {
+    static constexpr MessageEntry kEntries[] = {
+        OnMessage<WM_KILLFOCUS, &CGridComboEdit::OnKillFocus>(),
+        OnMessage<WM_KEYDOWN, &CGridComboEdit::OnKeyDown>(),
+        OnMessage<WM_KEYUP, &CGridComboEdit::OnKeyUp>(),
+        OnMessage<WM_SYSCHAR, &CGridComboEdit::OnSysChar>(),
+        OnMessage<WM_GETDLGCODE, &CGridComboEdit::OnGetDlgCode>(),
+    };
+    static const MessageMap map{CEdit::GetMessageMap(), kEntries};
+    return &map;
+}
+
+void CGridComboEdit::OnKillFocus(CWnd*) {
+    auto* const combo = dynamic_cast<CGridCellCombo*>(GetOwner());
+    Default();
+    if (combo != nullptr)
+        combo->EndEdit();
+}
+
+void CGridComboEdit::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
+    auto* const combo = dynamic_cast<CGridCellCombo*>(GetOwner());
+    const bool isForCombo = IsLeavingKey(nChar) && IsCtrlDown() && GetDlgCtrlID() == kComboEditId;
+    if (combo != nullptr && isForCombo)
+        combo->SendMessage(
+            WM_KEYDOWN, nChar,
+            static_cast<LPARAM>(MakeWParam(static_cast<WORD>(nRepCnt), static_cast<WORD>(nFlags))));
+    else if (!EndsOnRelease(nChar) || (combo != nullptr && combo->GetDroppedState()))
+        Default();
+}
+
+void CGridComboEdit::OnKeyUp(UINT nChar, UINT nRepCnt, UINT nFlags) {
+    CWnd* const combo = GetOwner();
+    if (EndsOnRelease(nChar) && combo != nullptr)
+        combo->SendMessage(
+            WM_KEYUP, nChar,
+            static_cast<LPARAM>(MakeWParam(static_cast<WORD>(nRepCnt), static_cast<WORD>(nFlags))));
+    else
+        Default();
+}
+
+void CGridComboEdit::OnSysChar(UINT, UINT, UINT) {}
+
+UINT CGridComboEdit::OnGetDlgCode() {
+    return DLGC_WANTALLKEYS;
+}
