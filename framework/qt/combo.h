@@ -40,7 +40,7 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void HandToWidget(QEvent& event) override;
-    UINT DialogCode() const override { return DLGC_WANTARROWS | DLGC_WANTCHARS; }
+    UINT DialogCode() const override { return DLGC_WANTARROWS; }
     void Resize(QSize size) override;
 
   private:

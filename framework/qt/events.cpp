@@ -35,7 +35,28 @@ bool IsInput(QEvent::Type type) {
     }
 }
 
+constinit const QInputEvent* s_inputEvent = nullptr;
+
+// The input event that is being reported.
+class InputScope {
+  public:
+    explicit InputScope(const QEvent& event) : m_former(s_inputEvent) {
+        if (IsInput(event.type()) && event.type() != QEvent::InputMethod)
+            s_inputEvent = static_cast<const QInputEvent*>(&event);
+    }
+    ~InputScope() { s_inputEvent = m_former; }
+    InputScope(const InputScope&) = delete;
+    InputScope& operator=(const InputScope&) = delete;
+
+  private:
+    const QInputEvent* m_former;
+};
+
 }  // namespace
+
+std::optional<Qt::KeyboardModifiers> QtWindow::ModifiersOfEvent() {
+    return s_inputEvent != nullptr ? std::optional(s_inputEvent->modifiers()) : std::nullopt;
+}
 
 void QtWindow::HandToWidget(QEvent& event) {
     if (m_widget != nullptr)

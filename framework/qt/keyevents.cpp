@@ -40,6 +40,15 @@ bool IsTab(const QKeyEvent& event) {
     return event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
 }
 
+bool IsEnter(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+// What a dialog uses itself unless the window asks for it.
+bool IsDialogKey(const QKeyEvent& event) {
+    return IsTab(event) || IsEnter(event) || event.key() == Qt::Key_Escape;
+}
+
 bool IsArrow(const QKeyEvent& event) {
     return event.key() == Qt::Key_Left || event.key() == Qt::Key_Right || event.key() == Qt::Key_Up ||
            event.key() == Qt::Key_Down;
@@ -92,7 +101,7 @@ bool QtWindow::Wants(const QKeyEvent& event) {
         return (code & DLGC_WANTTAB) != 0;
     if (IsArrow(event))
         return (code & DLGC_WANTARROWS) != 0;
-    return (code & DLGC_WANTCHARS) != 0 && HasVisibleText(event);
+    return (code & DLGC_WANTCHARS) != 0 && (HasVisibleText(event) || IsEnter(event));
 }
 
 bool QtWindow::OnShortcutOverride(QKeyEvent& event) {
@@ -124,6 +133,8 @@ bool QtWindow::OnKeyPress(QKeyEvent& event) {
         return true;
     const QPointer<QtWindow> alive(this);
     const bool isWanted = Wants(event);
+    if (alive != nullptr && !isWanted && IsDialogKey(event))
+        return false;
     event.accept();
     if (alive != nullptr && (isSystem || ReportKeyDown(event, isWanted)) && (isWanted || !IsTab(event)))
         ReportCharacters(event, isSystem ? WM_SYSCHAR : WM_CHAR);

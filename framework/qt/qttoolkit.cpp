@@ -46,6 +46,7 @@ std::unique_ptr<QtWindow> Make(window::Window& window, const window::WindowReque
             return MakeButton(window, request);
         case window::WindowKind::ComboBox:
             return MakeCombo(window, request);
+        case window::WindowKind::Edit:
         case window::WindowKind::Plain:
             break;
     }
@@ -121,18 +122,21 @@ CPoint QtToolkit::PointerPosition() const {
     return holder != nullptr ? holder->LastPointer() : FromQt(QCursor::pos());
 }
 
+// As of the event that is being handled, which may be behind the keyboard.
 bool QtToolkit::IsKeyDown(UINT virtualKey) const {
+    const Qt::KeyboardModifiers modifiers =
+        QtWindow::ModifiersOfEvent().value_or(QGuiApplication::keyboardModifiers());
     switch (virtualKey) {
         case VK_LBUTTON:
             return QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
         case VK_RBUTTON:
             return QGuiApplication::mouseButtons().testFlag(Qt::RightButton);
         case VK_SHIFT:
-            return QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+            return modifiers.testFlag(Qt::ShiftModifier);
         case VK_CONTROL:
-            return QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier);
+            return modifiers.testFlag(Qt::ControlModifier);
         case VK_MENU:
-            return QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier);
+            return modifiers.testFlag(Qt::AltModifier);
         default:
             return false;
     }

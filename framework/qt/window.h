@@ -45,6 +45,8 @@ class QtWindow : public QObject, public window::NativeWindow {
 
     QWidget* Widget() const { return m_widget; }  // null once it is gone
     window::Window& GetWindow() const { return m_window; }
+    // Of the innermost input event that is being reported; nothing when there is none.
+    static std::optional<Qt::KeyboardModifiers> ModifiersOfEvent();
     // The client area in the widget: without border and scroll bars.
     QRect ClientArea() const;
     CPoint LastPointer() const;  // as it was reported, on the screen

@@ -49,7 +49,7 @@ inline QWidget& WidgetOf(const CWnd& window) {
 inline void Activate(QWidget& top) {
     top.show();
     top.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&top));
+    ASSERT_TRUE(QTest::qWaitFor([&top] { return QApplication::activeWindow() == &top; }));
 }
 
 inline void MoveMouse(QWidget& widget, QPoint place, Qt::MouseButtons buttons = {},

@@ -123,15 +123,14 @@ TEST_F(QtWindows, RedrawingPaintsBeforeItReturnsUnlessHidden) {
     Activate(WidgetOf(m_window));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !m_window.record.empty() && !child.record.empty(); }));
     m_window.record.clear(), child.record.clear();
-    m_window.script=[](UINT m,WPARAM,LPARAM)->std::optional<LRESULT>{ if(m==WM_PAINT) fprintf(stderr,"PAINT\n"); return std::nullopt;}; fprintf(stderr,"now\n");
-    m_window.RedrawWindow(nullptr, kRepaint);fprintf(stderr,"done\n");
-    EXPECT_EQ(m_window.record.size(), 1U);
-    EXPECT_EQ(child.record.size(), 1U);
+    m_window.RedrawWindow(nullptr, kRepaint);
+    EXPECT_EQ(m_window.TakeRecord().size(), 1U);
+    EXPECT_EQ(child.TakeRecord().size(), 1U);
     m_window.UpdateWindow();
-    EXPECT_EQ(m_window.record.size(), 1U) << "nothing is invalid";
     child.ShowWindow(FALSE);
     child.RedrawWindow(nullptr, kRepaint);
-    EXPECT_EQ(child.record.size(), 1U);
+    EXPECT_THAT(m_window.record, IsEmpty()) << "nothing is invalid";
+    EXPECT_THAT(child.record, IsEmpty()) << "it is hidden";
 }
 
 TEST_F(QtWindows, TimerRunsUntilItIsStopped) {
