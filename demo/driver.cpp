@@ -64,6 +64,11 @@ QImage Picture(const QWidget& part, QWidget* list) {
 
 Driver::Driver(QWidget& window, const QDir& folder) : m_window(window), m_folder(folder) {
     m_window.show();
+    Activate();
+}
+
+// As a window manager does.
+void Driver::Activate() {
     m_window.activateWindow();
     Expect([&] { return m_window.isActiveWindow(); }, "the window does not become active");
     Settle();
@@ -102,7 +107,7 @@ void Driver::InDialog(const std::function<void()>& open, const std::function<voi
             return;
         answered = true;
         try {
-            Settle();
+            Expect([&] { return dialog->isActiveWindow(); }, "the dialog does not become active");
             answer(*dialog);
         } catch (...) {
             failure = std::current_exception();
@@ -111,12 +116,11 @@ void Driver::InDialog(const std::function<void()>& open, const std::function<voi
             dialog->close();
     });
     open();
-    m_window.activateWindow();  // as a window manager does
-    Settle();
     if (failure)
         std::rethrow_exception(failure);
     if (!answered)
         throw TourFailure("no dialog opens");
+    Activate();
 }
 
 void Driver::Expect(const std::function<bool()>& happened, const std::string& what) {

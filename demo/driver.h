@@ -44,6 +44,7 @@ class Driver {
     }
 
   private:
+    void Activate();
     static void Settle();
 
     QWidget& m_window;

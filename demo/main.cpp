@@ -10,12 +10,14 @@
 #include "demo/tour.h"
 #include "framework/base/codepage.h"
 #include "framework/base/exception.h"
+#include "framework/window/toolkit.h"
 
 namespace kortavin::demo {
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kUsage = 2;
+constexpr int kNoDisplay = 3;
 
 int Fail(std::string_view reason, int code = kFailed) {
     std::cerr << "kortavin-demo: " << reason << '\n';
@@ -39,14 +41,17 @@ void Declare(CLI::App& app, Arguments& arguments) {
             ->check([](const std::string& folder) { return folder.empty() ? "FOLDER is empty" : ""; });
     app.add_flag("--dark", arguments.dark, "Dark colours, whatever those of the desktop are")->excludes(tour);
     app.footer(
-        "Exit code: 0 done, 1 a step of the tour failed (the reason is on the standard error), 2 usage.");
+        "Exit code: 0 done, 1 a step of the tour failed, 2 usage, 3 there is no display; reasons are on the "
+        "standard error.");
 }
 
-int ShowWindow(int argc, char** argv, const Arguments& arguments) {
+// Not by an application object of its own: the library's looks for a display first, without which Qt would
+// end the process.
+int ShowWindow(const Arguments& arguments) {
     if (arguments.tourFolder && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    int ownArguments = std::min(argc, 1);  // the rest is not meant for Qt
-    QApplication application(ownArguments, argv);
+    window::RequireToolkit();
+    QApplication::setQuitOnLastWindowClosed(true);
     if (arguments.dark)
         UseColors(Colors::Dark);
     MainWindow window;
@@ -67,7 +72,7 @@ int Run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return Fail(error.what() + std::string("\n'kortavin-demo --help' tells how it is used."), kUsage);
     }
-    return ShowWindow(argc, argv, arguments);
+    return ShowWindow(arguments);
 }
 
 }  // namespace
@@ -77,8 +82,9 @@ int main(int argc, char** argv) {
     using kortavin::demo::Fail;
     try {
         return kortavin::demo::Run(argc, argv);
-    } catch (const CException& error) {
-        return Fail(kortavin::base::GbkForDisplay(error.GetErrorMessage().View()));
+    } catch (const CResourceException& error) {
+        return Fail(kortavin::base::GbkForDisplay(error.GetErrorMessage().View()),
+                    kortavin::demo::kNoDisplay);
     } catch (const std::exception& error) {
         return Fail(error.what());
     }

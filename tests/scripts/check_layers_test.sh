@@ -48,6 +48,8 @@ expect WayAroundTheRootIsListed query/compose.cpp '#include "../db/catalog.cpp"'
 expect UnknownHeaderIsListed query/compose.cpp '#include "query/gone.h"' '"query/gone.h" is no path from the root'
 expect ToolkitHeaderStaysInItsFolder query/compose.cpp '#include <QtWidgets/QWidget>' \
     '<QtWidgets/QWidget> belongs in framework/qt'
+expect ToolkitsOldHeaderNamesAreKnown grid/grid.cpp '#include <qwidget.h>' '<qwidget.h> belongs in framework/qt'
+expect HeaderOfTheToolkitsFolderCompilesWithIt framework/qt/window.h $'#include <QtWidgets/QWidget>\nextern QWidget* frame;'
 expect DatabaseHeaderStaysInItsFolders query/compose.cpp '#include <sqlext.h>' '<sqlext.h> belongs in framework/odbc'
 expect OtherDatabaseLibraryIsNotMistaken query/compose.cpp '#include <sqlite3.h>'
 expect HeaderThatNeedsAnotherIsListed query/list.h 'std::string name();' 'query/list.h: does not compile alone'
