@@ -69,8 +69,8 @@ TEST_F(GridPainting, FocusCellHasAFrameAndItsOwnColoursEvenWhenSelected) {
 TEST_F(GridPainting, HeadingsOfTheFocusCellLookPressed) {
     Open(4, 4);
     for (int i = 0; i < 4; ++i) {
-        grid->SetItemText(0, i, ("c" + std::to_string(i)).c_str());
-        grid->SetItemText(i, 0, ("r" + std::to_string(i)).c_str());
+        grid->SetItemText(0, i, std::string("c").append(std::to_string(i)).c_str());
+        grid->SetItemText(i, 0, std::string("r").append(std::to_string(i)).c_str());
     }
     grid->SetFocusCell(2, 1);
     Paint();

@@ -24,8 +24,7 @@ struct Drawn {
     DrawingLog log;
 
     std::string Picture(const CRect& rect) const {
-        return "\n" +
-               surface.Picture(rect, {{kGrey, '.'}, {kBlack, '#'}, {kWhite, '_'}, {kRed, 'r'}, {kBlue, 'b'}});
+        return surface.Picture(rect, {{kGrey, '.'}, {kBlack, '#'}, {kWhite, '_'}, {kRed, 'r'}, {kBlue, 'b'}});
     }
 };
 

@@ -5,13 +5,8 @@
 #include "tests/framework/qt/qttest.h"
 
 namespace kortavin::testing {
-namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::Pair;
-
-// A window with two children, active.
+// An active window with two children that take all keys.
 class QtInput : public QtTest {
   protected:
     QtInput() {
@@ -19,6 +14,8 @@ class QtInput : public QtTest {
         m_first.Open({10, 20, 110, 120}, &m_top, 1, WS_BORDER | WS_TABSTOP);
         m_second.Open({150, 20, 250, 120}, &m_top, 2, WS_TABSTOP);
         m_first.dialogCode = m_second.dialogCode = DLGC_WANTALLKEYS;
+        Activate(WidgetOf(m_top));
+        m_first.SetFocus();
     }
 
     // A place of the client area in the widget, which has a border.
@@ -27,16 +24,24 @@ class QtInput : public QtTest {
         m_first.ClientToScreen(&point);
         return WidgetOf(m_first).mapFromGlobal(QPoint(point.x, point.y));
     }
+    static void SendKey(QEvent::Type type, Qt::Key key, bool isRepeat = false, const QString& text = {}) {
+        QKeyEvent event(type, key, {}, text, isRepeat);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    }
+    static void Commit(const char* utf8) {
+        QInputMethodEvent commit;
+        commit.setCommitString(QString::fromUtf8(utf8));
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &commit);
+    }
 
     EventWindow m_top, m_first, m_second;
 };
-
-}  // namespace
 
 TEST_F(QtInput, MouseMessagesTellTheClientAreasPointAndWhatIsHeld) {
     QWidget& widget = WidgetOf(m_first);
     m_first.interest = {WM_MOUSEMOVE,   WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK,
                         WM_RBUTTONDOWN, WM_RBUTTONUP,   WM_MOUSEWHEEL};
+    m_first.script = [](UINT message) { return std::optional<LRESULT>(message == WM_MOUSEWHEEL); };
     ASSERT_NE(InFirst(0, 0), QPoint());
     QTest::mousePress(&widget, Qt::LeftButton, Qt::ShiftModifier, InFirst(10, 7));
     EXPECT_EQ(m_first.point, CPoint(10, 7));
@@ -44,112 +49,77 @@ TEST_F(QtInput, MouseMessagesTellTheClientAreasPointAndWhatIsHeld) {
     EXPECT_EQ(m_first.point, CPoint(12, 9));
     QTest::mouseRelease(&widget, Qt::LeftButton, {}, InFirst(12, 9));
     QTest::mouseDClick(&widget, Qt::LeftButton, {}, InFirst(3, 4));
-    QTest::mouseRelease(&widget, Qt::LeftButton, {}, InFirst(3, 4));
     QTest::mouseClick(&widget, Qt::RightButton, {}, InFirst(3, 4));
+    QTest::mouseClick(&widget, Qt::MiddleButton, {}, InFirst(3, 4));
+    QTest::mouseClick(&widget, Qt::LeftButton, {}, {1, 0});  // on the border
     EXPECT_THAT(
         m_first.TakeRecord(),
         ElementsAre(Pair(WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT), Pair(WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL),
-                    Pair(WM_LBUTTONUP, 0), Pair(WM_LBUTTONDBLCLK, MK_LBUTTON), Pair(WM_LBUTTONUP, 0),
-                    Pair(WM_RBUTTONDOWN, MK_RBUTTON), Pair(WM_RBUTTONUP, 0)));
-    QTest::mouseClick(&widget, Qt::LeftButton, {}, {1, 0});
-    QTest::mouseClick(&widget, Qt::MiddleButton, {}, InFirst(3, 4));
-    EXPECT_THAT(m_first.record, IsEmpty()) << "on the border, or a button without messages";
+                    Pair(WM_LBUTTONUP, 0), Pair(WM_LBUTTONDBLCLK, MK_LBUTTON),
+                    Pair(WM_RBUTTONDOWN, MK_RBUTTON | MK_LBUTTON), Pair(WM_RBUTTONUP, MK_LBUTTON)));
 
-    m_first.script = [](UINT message, WPARAM, LPARAM) {
-        return message == WM_MOUSEWHEEL ? std::optional<LRESULT>(1) : std::nullopt;
-    };
-    Turn(widget, -240, Qt::ControlModifier);
-    EXPECT_THAT(m_first.TakeRecord(),
-                ElementsAre(Pair(WM_MOUSEWHEEL, MakeWParam(MK_CONTROL, static_cast<WORD>(-240)))));
+    TurnWheel(widget, -240, Qt::ControlModifier);
     const QPoint middle = widget.mapToGlobal(widget.rect().center());
-    EXPECT_EQ(m_first.point, CPoint(middle.x(), middle.y()));
-    for (const int part : {60, 45})
-        Turn(widget, part);
-    EXPECT_THAT(m_first.record, IsEmpty()) << "no whole notch yet";
-    Turn(widget, 15);
-    EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_MOUSEWHEEL, MakeWParam(0, 120))));
+    EXPECT_EQ(m_first.point, CPoint(middle.x(), middle.y())) << "on the screen";
+    for (const int part : {60, 45, 15})
+        TurnWheel(widget, part);
+    EXPECT_THAT(m_first.record,
+                ElementsAre(Pair(WM_MOUSEWHEEL, MakeWParam(MK_CONTROL, static_cast<WORD>(-240))),
+                            Pair(WM_MOUSEWHEEL, MakeWParam(0, 120))));
 }
 
 TEST_F(QtInput, CharacterFollowsItsKeyWhateverBecomesOfIt) {
-    Activate(WidgetOf(m_top));
-    m_first.SetFocus();
     m_first.interest = {WM_KEYDOWN, WM_KEYUP, WM_CHAR};
-    m_first.script = [](UINT message, WPARAM, LPARAM) {
+    m_first.script = [](UINT message) {
         return message == WM_KEYDOWN ? std::optional<LRESULT>(0) : std::nullopt;
     };
-    QWidget* const focus = QApplication::focusWidget();
-    QTest::keyClick(focus, 'a');
-    QTest::keyClick(focus, Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), 'a');
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_THAT(m_first.TakeRecord(),
                 ElementsAre(Pair(WM_KEYDOWN, 'A'), Pair(WM_CHAR, 'a'), Pair(WM_KEYUP, 'A'),
                             Pair(WM_KEYDOWN, VK_RETURN), Pair(WM_CHAR, '\r'), Pair(WM_KEYUP, VK_RETURN)));
-    QKeyEvent erase(QEvent::KeyPress, Qt::Key_Delete, {}, "\x7F"), up(QEvent::KeyPress, Qt::Key_Up, {});
-    QCoreApplication::sendEvent(focus, &erase);
-    QCoreApplication::sendEvent(focus, &up);
-    EXPECT_THAT(m_first.TakeRecord(), ElementsAre(Pair(WM_KEYDOWN, VK_DELETE), Pair(WM_KEYDOWN, VK_UP)));
-
-    QInputMethodEvent commit;
-    commit.setCommitString(QString::fromUtf8("中€a"));
-    QCoreApplication::sendEvent(focus, &commit);
-    EXPECT_THAT(m_first.TakeRecord(),
-                ElementsAre(Pair(WM_CHAR, 0xD6D0), Pair(WM_CHAR, 0xA2E3), Pair(WM_CHAR, 'a')));
-
-    const auto send = [focus](QEvent::Type type, bool isRepeat) {
-        QKeyEvent key(type, Qt::Key_Left, {}, {}, isRepeat);
-        QCoreApplication::sendEvent(focus, &key);
-    };
-    send(QEvent::KeyPress, false);
-    send(QEvent::KeyRelease, true);
-    send(QEvent::KeyPress, true);
-    send(QEvent::KeyRelease, false);
+    SendKey(QEvent::KeyPress, Qt::Key_Delete, false, "\x7F");
+    SendKey(QEvent::KeyPress, Qt::Key_Left);
+    SendKey(QEvent::KeyRelease, Qt::Key_Left, true);
+    SendKey(QEvent::KeyPress, Qt::Key_Left, true);
+    SendKey(QEvent::KeyRelease, Qt::Key_Left);
+    EXPECT_THAT(m_first.TakeRecord(), ElementsAre(Pair(WM_KEYDOWN, VK_DELETE), Pair(WM_KEYDOWN, VK_LEFT),
+                                                  Pair(WM_KEYDOWN, VK_LEFT), Pair(WM_KEYUP, VK_LEFT)));
+    Commit("中€𠀀");
     EXPECT_THAT(m_first.record,
-                ElementsAre(Pair(WM_KEYDOWN, VK_LEFT), Pair(WM_KEYDOWN, VK_LEFT), Pair(WM_KEYUP, VK_LEFT)));
+                ElementsAre(Pair(WM_CHAR, 0xD6D0), Pair(WM_CHAR, 0xA2E3), Pair(WM_CHAR, 0x95328236)));
 }
 
-TEST_F(QtInput, ReleaseOfAKeyIsForTheWindowThatGotThePress) {
-    Activate(WidgetOf(m_top));
-    m_first.SetFocus();
-    m_first.interest = m_second.interest = {WM_KEYUP};
-    m_first.script = [&](UINT message, WPARAM, LPARAM) {
-        if (message == WM_KEYDOWN)
+TEST_F(QtInput, KeyOrCompositionThatOpensAnEditorGoesOnThere) {
+    m_first.interest = m_second.interest = {WM_KEYUP, WM_IME_STARTCOMPOSITION, WM_CHAR};
+    m_first.script = [&](UINT message) -> std::optional<LRESULT> {
+        if (message == WM_KEYDOWN || message == WM_IME_STARTCOMPOSITION)
             m_second.SetFocus();
         return std::nullopt;
     };
-    QTest::keyPress(QApplication::focusWidget(), Qt::Key_Return);
-    ASSERT_EQ(QApplication::focusWidget(), &WidgetOf(m_second));
-    QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Return);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_THAT(m_first.record, IsEmpty());
-    EXPECT_THAT(m_second.record, ElementsAre(Pair(WM_KEYUP, VK_RETURN))) << "of its own press only";
-}
+    SendKey(QEvent::KeyPress, Qt::Key_Return);
+    SendKey(QEvent::KeyRelease, Qt::Key_Return);
+    EXPECT_THAT(m_second.record, IsEmpty()) << "the release of a key that another window got";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+    EXPECT_THAT(m_second.TakeRecord(), ElementsAre(Pair(WM_KEYUP, VK_UP)));
 
-TEST_F(QtInput, CompositionGoesOnInTheEditorThatItOpens) {
-    Activate(WidgetOf(m_top));
     m_first.SetFocus();
-    m_first.interest = m_second.interest = {WM_IME_STARTCOMPOSITION, WM_CHAR};
-    m_first.script = [&](UINT message, WPARAM, LPARAM) {
-        if (message == WM_IME_STARTCOMPOSITION)
-            m_second.SetFocus();
-        return std::nullopt;
-    };
     QInputMethodEvent start("zhong", {});
-    QCoreApplication::sendEvent(&WidgetOf(m_first), &start);
-    QInputMethodEvent commit;
-    commit.setCommitString(QString::fromUtf8("中"));
-    QCoreApplication::sendEvent(QApplication::focusWidget(), &commit);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &start);
+    Commit("中");
     EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_IME_STARTCOMPOSITION, 0)));
     EXPECT_THAT(m_second.record, ElementsAre(Pair(WM_IME_STARTCOMPOSITION, 0), Pair(WM_CHAR, 0xD6D0)));
 }
 
-TEST_F(QtInput, BothWindowsHearOfTheFocusBeforeItIsSetThoughNoneIsActive) {
+TEST_F(QtInput, BothWindowsHearOfTheFocusAtOnceThoughNoneIsActive) {
     m_top.ShowWindow(FALSE);
-    ASSERT_EQ(QApplication::activeWindow(), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeWindow() == nullptr; }));
     m_first.interest = m_second.interest = {WM_SETFOCUS, WM_KILLFOCUS};
     m_first.SetFocus();
+    m_first.record.clear();
     m_second.SetFocus();
     EXPECT_EQ(CWnd::GetFocus(), &m_second);
-    EXPECT_THAT(m_first.TakeRecord(),
-                ElementsAre(Pair(WM_SETFOCUS, 0), Pair(WM_KILLFOCUS, ParamOf(m_second))));
+    EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_KILLFOCUS, ParamOf(m_second))));
     EXPECT_THAT(m_second.TakeRecord(), ElementsAre(Pair(WM_SETFOCUS, ParamOf(m_first))));
     Activate(WidgetOf(m_top));
     EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(m_second));
@@ -160,44 +130,37 @@ TEST_F(QtInput, PopupIsNoLossOfTheFocusButAnotherWindowIs) {
     CComboBox combo;
     combo.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, {10, 140, 110, 190}, &m_top, 3);
     combo.AddString("item");
-    Activate(WidgetOf(m_top));
     m_top.interest = m_first.interest = {WM_SETFOCUS, WM_KILLFOCUS, WM_COMMAND};
-    m_first.SetFocus();
-    m_first.record.clear();
     QMenu menu;
     menu.addAction("action");
     menu.popup({50, 50});
     ASSERT_EQ(QApplication::activePopupWidget(), &menu);
     menu.close();
     EXPECT_THAT(m_first.record, IsEmpty());
-
     combo.SetFocus();
     m_top.record.clear();
     combo.ShowDropDown();
     ASSERT_TRUE(combo.GetDroppedState());
     EXPECT_EQ(CWnd::GetFocus(), &combo);
     combo.ShowDropDown(FALSE);
-    EXPECT_THAT(m_top.TakeRecord(), ElementsAre(Pair(WM_COMMAND, MakeWParam(3, CBN_DROPDOWN)),
-                                                Pair(WM_COMMAND, MakeWParam(3, CBN_CLOSEUP))));
+    EXPECT_THAT(m_top.record, ElementsAre(Pair(WM_COMMAND, MakeWParam(3, CBN_DROPDOWN)),
+                                          Pair(WM_COMMAND, MakeWParam(3, CBN_CLOSEUP))));
     m_first.SetFocus();
     m_first.record.clear();
     QWidget other;
     Activate(other);
-    EXPECT_THAT(m_first.TakeRecord(), ElementsAre(Pair(WM_KILLFOCUS, 0)));
     Activate(WidgetOf(m_top));
-    EXPECT_THAT(m_first.TakeRecord(), ElementsAre(Pair(WM_SETFOCUS, 0)));
+    EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_KILLFOCUS, 0), Pair(WM_SETFOCUS, 0)));
 }
 
 TEST_F(QtInput, CaptureLeadsTheMouseUntilItsEndIsTold) {
-    Activate(WidgetOf(m_top));
     m_first.interest = {WM_MOUSEMOVE, WM_CAPTURECHANGED};
     m_first.SetCapture();
     MoveMouse(WidgetOf(m_second), {5, 6});
-    const CPoint seen = m_first.point;
     CPoint expected(5, 6);
     m_second.ClientToScreen(&expected);
     m_first.ScreenToClient(&expected);
-    EXPECT_EQ(seen, expected);
+    EXPECT_EQ(m_first.point, expected);
     m_first.ConfinePointer({2, 3, 40, 50});
     MoveMouse(WidgetOf(m_second), {5, 90});
     EXPECT_EQ(m_first.point, CPoint(39, 49));
@@ -207,23 +170,24 @@ TEST_F(QtInput, CaptureLeadsTheMouseUntilItsEndIsTold) {
     MoveMouse(WidgetOf(m_first), InFirst(60, 70));
     EXPECT_EQ(m_first.point, CPoint(60, 70));
 
-    m_first.record.clear();
-    m_first.ShowWindow(FALSE);
-    EXPECT_THAT(m_first.TakeRecord(), ElementsAre(Pair(WM_CAPTURECHANGED, 0)));
-    EXPECT_EQ(CWnd::GetCapture(), nullptr);
-    m_first.ShowWindow(TRUE);
-    m_first.SetCapture();
     QMenu menu;
-    menu.addAction("action");
-    menu.popup({50, 50});
-    EXPECT_THAT(m_first.TakeRecord(), ElementsAre(Pair(WM_CAPTURECHANGED, 0)));
-    menu.close();
-    m_first.SetCapture();
     QWidget other;
-    Activate(other);
-    EXPECT_THAT(m_first.TakeRecord(), ElementsAre(Pair(WM_CAPTURECHANGED, 0)));
-    MoveMouse(WidgetOf(m_second), {5, 6});
-    EXPECT_THAT(m_first.record, IsEmpty());
+    menu.addAction("action");
+    const std::function<void()> ends[] = {[&] { m_first.ShowWindow(FALSE); },
+                                          [&] {
+                                              menu.popup({50, 50});
+                                          },
+                                          [&] { Activate(other); }};
+    for (const auto& end : ends) {
+        menu.close();
+        m_first.ShowWindow(TRUE);
+        m_first.SetCapture();
+        m_first.record.clear();
+        end();
+        MoveMouse(WidgetOf(m_second), {5, 6});
+        EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_CAPTURECHANGED, 0)));
+        EXPECT_EQ(CWnd::GetCapture(), nullptr);
+    }
 }
 
 }  // namespace kortavin::testing

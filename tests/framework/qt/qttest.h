@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QImage>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -11,22 +12,24 @@
 #include "framework/qt/qtwidgets.h"
 #include "framework/window/window.h"
 #include "tests/framework/window/testwindow.h"
+#include "tests/support/memory/surface.h"
 
-// What the tests of real events share. Events are sent by QTest, which leaves the desktop's pointer alone,
-// but for moves without a button.
+// What the tests of real events share. Events are sent, so the desktop's pointer stays where it is.
 namespace kortavin::testing {
 
-// A recording window whose test may answer messages itself and chooses its keys.
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+// A recording window that asks for the keys which its test chooses, and lets it answer messages.
 class EventWindow : public TestWindow {
   public:
-    using Script = std::function<std::optional<LRESULT>(UINT message, WPARAM wParam, LPARAM lParam)>;
-
-    ~EventWindow() override { script = nullptr; }
-
-    Script script;  // nothing: the window's own handling
+    std::function<std::optional<LRESULT>(UINT message)> script;
     UINT dialogCode = 0;
     CPoint point;  // of the latest mouse message
 
+    ~EventWindow() override { script = nullptr; }
+    Record TakeRecord() { return std::exchange(record, {}); }
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == WM_GETDLGCODE)
             return dialogCode;
@@ -34,18 +37,15 @@ class EventWindow : public TestWindow {
             point = PointOfParam(lParam);
         if (std::ranges::find(interest, message) != interest.end())
             record.emplace_back(message, wParam);
-        const auto answer = script ? script(message, wParam, lParam) : std::nullopt;
+        const auto answer = script ? script(message) : std::nullopt;
         return answer ? *answer : CWnd::WindowProc(message, wParam, lParam);
     }
-
-    Record TakeRecord() { return std::exchange(record, {}); }
 };
 
 inline QWidget& WidgetOf(const CWnd& window) {
     return *qt::WidgetOf(window);
 }
 
-// On the screen, and the active window.
 inline void Activate(QWidget& top) {
     top.show();
     top.activateWindow();
@@ -58,28 +58,54 @@ inline void MoveMouse(QWidget& widget, QPoint place, Qt::MouseButtons buttons = 
     QCoreApplication::sendEvent(&widget, &move);
 }
 
-inline bool Turn(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers = {}) {
-    const QPointF middle = widget.rect().center();
-    QWheelEvent wheel(middle, widget.mapToGlobal(middle), {}, {0, delta}, {}, modifiers, Qt::NoScrollPhase,
-                      false);
-    return QCoreApplication::sendEvent(&widget, &wheel) && wheel.isAccepted();
+inline void TurnWheel(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers = {}) {
+    const QPointF middle = widget.rect().center(), global = widget.mapToGlobal(middle);
+    QWheelEvent wheel(middle, global, {}, {0, delta}, {}, modifiers, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&widget, &wheel);
 }
 
-// What the user will do in the modal box that opens next.
+// What the user does in the modal box that opens next.
 template <class Box>
 void InNextBox(const std::function<void(Box&)>& script) {
     QTimer::singleShot(0, [script] {
         auto* const box = qobject_cast<Box*>(QApplication::activeModalWidget());
         ASSERT_NE(box, nullptr) << "no such box is open";
+        Activate(*box);
         script(*box);
-        if (box == QApplication::activeModalWidget()) {
+        if (QApplication::activeModalWidget() == box) {
             ADD_FAILURE() << "the box stays open";
             box->close();
         }
     });
 }
 
-// Every test leaves no widget, and no error that would have been shown.
+// Rendered with `scale` by `scale` pixels for each.
+inline QImage PictureOf(QWidget& widget, int scale = 1) {
+    QImage image(widget.size() * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    widget.render(&image);
+    return image;
+}
+
+inline COLORREF ColorAt(const QImage& image, QPoint place) {
+    const QRgb color = image.pixel(place);
+    return RGB(static_cast<BYTE>(qRed(color)), static_cast<BYTE>(qGreen(color)),
+               static_cast<BYTE>(qBlue(color)));
+}
+
+// The surface's upper left corner lies at `origin` of the image, before it was scaled.
+inline void ExpectSame(const QImage& image, const PixelSurface& surface, const CRect& part,
+                       QPoint origin = {}) {
+    const int scale = static_cast<int>(image.devicePixelRatio());
+    ASSERT_FALSE(part.IsRectEmpty());
+    for (int y = part.top * scale; y < part.bottom * scale; ++y)
+        for (int x = part.left * scale; x < part.right * scale; ++x)
+            ASSERT_EQ(ColorAt(image, QPoint(x, y) + origin * scale), surface.At(x / scale, y / scale))
+                << x << ", " << y << " at scale " << scale << "\n"
+                << surface.Dump(part);
+}
+
+// Leaves no widget, and no error that the user would have been shown.
 class QtTest : public ::testing::Test {
   protected:
     QtTest() {
@@ -88,8 +114,7 @@ class QtTest : public ::testing::Test {
     ~QtTest() override {
         window::SetMessageBoxHandler({});
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_TRUE(QApplication::allWidgets().isEmpty())
-            << QApplication::allWidgets().first()->metaObject()->className();
+        EXPECT_EQ(QApplication::allWidgets().size(), 0);
     }
 };
 

@@ -7,17 +7,7 @@
 namespace kortavin::testing {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::Pair;
-
 constexpr UINT kFirst = WM_USER + 1, kSecond = WM_USER + 2, kThird = WM_USER + 3;
-constexpr UINT kRepaint = RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW;
-
-class QtWindows : public QtTest {
-  protected:
-    EventWindow m_window;
-};
 
 // A widget of a host that notes what reaches its own handlers.
 struct HandlingFrame : QFrame {
@@ -28,7 +18,7 @@ struct HandlingFrame : QFrame {
     void keyPressEvent(QKeyEvent* event) override { keys += event->text(); }
 };
 
-// Asks for the default handling of presses and characters, twice.
+// Asks for the default handling of presses and of one character, twice.
 class DefaultingWindow : public TestWindow {
   public:
     HandlingFrame* frame = nullptr;
@@ -36,7 +26,7 @@ class DefaultingWindow : public TestWindow {
     LRESULT OnPress(WPARAM, LPARAM) {
         EXPECT_THAT(frame->presses, IsEmpty());
         Default();
-        EXPECT_EQ(frame->presses.size(), 1U) << "handled before the default handling returns";
+        EXPECT_EQ(frame->presses.size(), 1U) << "at once";
         return Default();
     }
     LRESULT OnChar(WPARAM character, LPARAM) { return character == 'a' ? Default(), Default() : 0; }
@@ -49,23 +39,34 @@ class DefaultingWindow : public TestWindow {
     }
 };
 
+class QtWindows : public QtTest {
+  protected:
+    QtWindows() { m_window.Create("TestWindow", "", WS_POPUP, {0, 0, 200, 100}, nullptr, 1); }
+    CRect Client() const {
+        CRect client;
+        m_window.GetClientRect(&client);
+        return client;
+    }
+
+    EventWindow m_window;
+};
+
 }  // namespace
 
 TEST_F(QtWindows, PostedMessagesComeAfterTheHandlerAndInLoopsWithinIt) {
     EventWindow gone;
     gone.Open();
     gone.interest = {kFirst};
-    m_window.Open();
     m_window.interest = {kFirst, kSecond, kThird};
-    m_window.script = [&](UINT message, WPARAM, LPARAM) {
-        if (message == kFirst) {
-            m_window.PostMessage(kThird);
-            gone.DestroyWindow();
-            EXPECT_EQ(m_window.record.size(), 1U);
-            QCoreApplication::processEvents();
-            EXPECT_EQ(m_window.record.size(), 3U);
-        }
-        return std::nullopt;
+    m_window.script = [&](UINT message) -> std::optional<LRESULT> {
+        if (message != kFirst)
+            return std::nullopt;
+        m_window.PostMessage(kThird);
+        gone.DestroyWindow();
+        EXPECT_EQ(m_window.record.size(), 1U);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(m_window.record.size(), 3U);
+        return 0;
     };
     m_window.PostMessage(kFirst);
     m_window.PostMessage(kSecond);
@@ -78,66 +79,49 @@ TEST_F(QtWindows, PostedMessagesComeAfterTheHandlerAndInLoopsWithinIt) {
 
 TEST_F(QtWindows, DefaultHandlingIsTheWidgetsOwnOnceAndAtOnce) {
     HandlingFrame frame;
-    DefaultingWindow window;
-    window.frame = &frame;
-    ASSERT_TRUE(qt::AttachTo(window, frame));
-    frame.resize(50, 50);
+    DefaultingWindow defaulting;
+    EventWindow sender;
+    defaulting.frame = &frame;
+    ASSERT_TRUE(qt::AttachTo(defaulting, frame));
     QTest::mousePress(&frame, Qt::LeftButton, {}, {7, 8});
-    EXPECT_THAT(frame.presses, ElementsAre(QPoint(7, 8)));
     QTest::keyClicks(&frame, "aba");
     EXPECT_EQ(frame.keys, "aa");
-    window.UnsubclassWindow();
+    defaulting.UnsubclassWindow();
     QTest::mousePress(&frame, Qt::LeftButton, {}, {1, 2});
-    EventWindow sender;
     ASSERT_TRUE(qt::AttachTo(sender, frame));
     sender.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MakePointParam({3, 4}));
     EXPECT_THAT(frame.presses, ElementsAre(QPoint(7, 8), QPoint(1, 2), QPoint(3, 4)));
 }
 
-TEST_F(QtWindows, FirstShowIsNoChangeOfSize) {
-    m_window.interest = {WM_SIZE};
-    m_window.Create("TestWindow", "", WS_POPUP, {0, 0, 200, 100}, nullptr, 1);
-    Activate(WidgetOf(m_window));
-    EXPECT_THAT(m_window.record, IsEmpty());
-    m_window.script = [&](UINT message, WPARAM, LPARAM size) {
-        CRect client;
-        m_window.GetClientRect(&client);
-        if (message == WM_SIZE) {
-            EXPECT_EQ(client, CRect({0, 0}, CSize(PointOfParam(size).x, PointOfParam(size).y)));
-        }
-        return std::nullopt;
-    };
-    m_window.MoveWindow({0, 0, 220, 80});
-    m_window.MoveWindow({10, 10, 230, 90});
-    QCoreApplication::processEvents();
-    EXPECT_EQ(m_window.record.size(), 1U);
-}
-
-TEST_F(QtWindows, RedrawingPaintsBeforeItReturnsUnlessHidden) {
+TEST_F(QtWindows, SizeIsToldWhenItChangesAndPaintingIsAtOnceUnlessHidden) {
     EventWindow child;
-    m_window.Create("TestWindow", "", WS_POPUP, {0, 0, 200, 100}, nullptr, 1);
     child.Open({10, 10, 50, 50}, &m_window);
-    m_window.interest = child.interest = {WM_PAINT};
-    m_window.RedrawWindow(nullptr, kRepaint);
-    EXPECT_THAT(m_window.record, IsEmpty());
+    m_window.interest = child.interest = {WM_SIZE, WM_PAINT};
+    const auto redraw = [&] { m_window.RedrawWindow(nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW); };
+    redraw();
+    EXPECT_THAT(m_window.record, IsEmpty()) << "it is hidden";
     Activate(WidgetOf(m_window));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_window.record.empty() && !child.record.empty(); }));
-    m_window.record.clear(), child.record.clear();
-    m_window.RedrawWindow(nullptr, kRepaint);
-    EXPECT_EQ(m_window.TakeRecord().size(), 1U);
-    EXPECT_EQ(child.TakeRecord().size(), 1U);
-    m_window.UpdateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !child.record.empty(); }));
+    EXPECT_EQ(m_window.TakeRecord().front().first, WM_PAINT) << "the first show is no change of size";
+    child.record.clear();
+    redraw();
+    m_window.UpdateWindow();  // nothing is left to paint
+    EXPECT_THAT(m_window.TakeRecord(), ElementsAre(Pair(WM_PAINT, 0)));
+    EXPECT_THAT(child.TakeRecord(), ElementsAre(Pair(WM_PAINT, 0)));
     child.ShowWindow(FALSE);
-    child.RedrawWindow(nullptr, kRepaint);
-    EXPECT_THAT(m_window.record, IsEmpty()) << "nothing is invalid";
-    EXPECT_THAT(child.record, IsEmpty()) << "it is hidden";
+    redraw();
+    child.ShowWindow(TRUE);
+    EXPECT_THAT(child.record, IsEmpty());
+    m_window.MoveWindow({0, 0, 220, 80}, FALSE);
+    m_window.MoveWindow({9, 9, 229, 89}, FALSE);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(std::ranges::count(m_window.record, std::pair(WM_SIZE, WPARAM{0})), 1);
 }
 
 TEST_F(QtWindows, TimerRunsUntilItIsStopped) {
-    m_window.Open();
     m_window.interest = {WM_TIMER};
-    const auto count = [&](UINT_PTR id) {
-        return std::ranges::count(m_window.record, std::pair(WM_TIMER, WPARAM{id}));
+    const auto count = [&](WPARAM id) {
+        return std::ranges::count(m_window.record, std::pair(WM_TIMER, id));
     };
     m_window.SetTimer(7, 10);
     ASSERT_TRUE(QTest::qWaitFor([&] { return count(7) >= 2; }));
@@ -149,90 +133,79 @@ TEST_F(QtWindows, TimerRunsUntilItIsStopped) {
 }
 
 TEST_F(QtWindows, ScrollBarsAskAndTheWindowDecides) {
-    m_window.interest = {WM_VSCROLL, WM_HSCROLL, WM_SIZE};
-    m_window.Open({0, 0, 200, 150});
+    m_window.interest = {WM_VSCROLL, WM_SIZE};
     Activate(WidgetOf(m_window));
-    const auto bars = WidgetOf(m_window).findChildren<QScrollBar*>();
-    EXPECT_TRUE(bars.isEmpty() || bars.front()->isHidden());
+    const CRect whole = Client();
     m_window.SetScrollRange(SB_VERT, 0, 99);
     m_window.SetScrollPage(SB_VERT, 10);
-    CRect client;
-    m_window.GetClientRect(&client);
-    EXPECT_LT(client.right, 200);
-    EXPECT_EQ(client.bottom, 150);
-    ASSERT_FALSE(m_window.record.empty());
-    EXPECT_EQ(m_window.TakeRecord().front().first, WM_SIZE);
+    EXPECT_LT(Client().right, whole.right);
+    EXPECT_THAT(m_window.TakeRecord(), ElementsAre(Pair(WM_SIZE, 0)));
     m_window.SetScrollPos(SB_VERT, 95);
     EXPECT_EQ(m_window.GetScrollPos(SB_VERT), 90);
     m_window.SetScrollPos(SB_VERT, 20);
 
-    QScrollBar* bar = nullptr;
-    for (auto* const each : WidgetOf(m_window).findChildren<QScrollBar*>())
-        bar = each->isVisible() ? each : bar;
-    ASSERT_NE(bar, nullptr);
-    const auto part = [bar](QStyle::SubControl which) {
+    auto bars = WidgetOf(m_window).findChildren<QScrollBar*>();
+    std::erase_if(bars, [](const QScrollBar* each) { return each->isHidden(); });
+    ASSERT_EQ(bars.size(), 1);
+    QScrollBar* const bar = bars.front();
+    const auto placeOf = [bar](QStyle::SubControl part) {
         QStyleOptionSlider option;
         option.initFrom(bar);
         option.orientation = Qt::Vertical;
         option.maximum = bar->maximum();
         option.pageStep = bar->pageStep();
         option.sliderPosition = option.sliderValue = bar->sliderPosition();
-        return bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, which, bar).center();
+        return bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, part, bar).center();
     };
-    QTest::mouseClick(bar, Qt::LeftButton, {}, part(QStyle::SC_ScrollBarAddLine));
-    QTest::mouseClick(bar, Qt::LeftButton, {}, part(QStyle::SC_ScrollBarSubPage));
-    EXPECT_THAT(m_window.TakeRecord(), ElementsAre(Pair(WM_VSCROLL, MakeWParam(SB_LINEDOWN, 20)),
-                                                   Pair(WM_VSCROLL, MakeWParam(SB_PAGEUP, 20))));
+    const auto request = [](UINT code, int position) {
+        return Pair(WM_VSCROLL, MakeWParam(static_cast<WORD>(code), static_cast<WORD>(position)));
+    };
+    QTest::mouseClick(bar, Qt::LeftButton, {}, placeOf(QStyle::SC_ScrollBarAddLine));
+    QTest::mouseClick(bar, Qt::LeftButton, {}, placeOf(QStyle::SC_ScrollBarSubPage));
+    EXPECT_THAT(m_window.TakeRecord(), ElementsAre(request(SB_LINEDOWN, 20), request(SB_PAGEUP, 20)));
     EXPECT_EQ(bar->value(), 20) << "the window did not follow";
 
-    const QPoint thumb = part(QStyle::SC_ScrollBarSlider);
+    const QPoint thumb = placeOf(QStyle::SC_ScrollBarSlider), below = thumb + QPoint(0, 20);
     QTest::mousePress(bar, Qt::LeftButton, {}, thumb);
-    MoveMouse(*bar, thumb + QPoint(0, 30), Qt::LeftButton);
-    ASSERT_EQ(m_window.record.size(), 1U);
+    MoveMouse(*bar, below, Qt::LeftButton);
     const int tracked = m_window.GetScrollTrackPos(SB_VERT);
     EXPECT_GT(tracked, 30);
     EXPECT_EQ(m_window.GetScrollPos(SB_VERT), 20);
     m_window.SetScrollPos(SB_VERT, tracked);
-    QTest::mouseRelease(bar, Qt::LeftButton, {}, thumb + QPoint(0, 30));
-    const auto position = static_cast<WORD>(tracked);
-    EXPECT_THAT(m_window.TakeRecord(), ElementsAre(Pair(WM_VSCROLL, MakeWParam(SB_THUMBTRACK, position)),
-                                                   Pair(WM_VSCROLL, MakeWParam(SB_THUMBPOSITION, position)),
-                                                   Pair(WM_VSCROLL, MakeWParam(SB_ENDSCROLL, position))));
+    QTest::mouseRelease(bar, Qt::LeftButton, {}, below);
+    EXPECT_THAT(m_window.record,
+                ElementsAre(request(SB_THUMBTRACK, tracked), request(SB_THUMBPOSITION, tracked),
+                            request(SB_ENDSCROLL, tracked)));
     EXPECT_EQ(bar->value(), tracked);
     m_window.SetScrollRange(SB_VERT, 0, 0);
-    m_window.GetClientRect(&client);
-    EXPECT_EQ(client.right, 200);
+    EXPECT_EQ(Client(), whole);
     EXPECT_FALSE(bar->isVisible());
 }
 
 TEST_F(QtWindows, ScrollingMovesPixelsButNoChildrenAndInvalidatesTheRest) {
     COLORREF color = RGB(255, 0, 0);
     CRect clip;
-    m_window.script = [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+    m_window.script = [&](UINT message) -> std::optional<LRESULT> {
         if (message != WM_PAINT)
             return std::nullopt;
         CPaintDC dc(&m_window);
         dc.GetClipBox(&clip);
-        dc.FillSolidRect(clip, color);
-        return 0;
+        return dc.FillSolidRect(clip, color), 0;
     };
     EventWindow child;
-    m_window.Open({0, 0, 200, 100});
-    child.Open({150, 40, 170, 60}, &m_window);
+    child.Open({90, 40, 100, 60}, &m_window);
     Activate(WidgetOf(m_window));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !clip.IsRectEmpty(); }));
-    QCoreApplication::processEvents();
     color = RGB(0, 0, 255);
-    const CRect scrolled(10, 10, 110, 90);
-    m_window.ScrollWindow(0, -30, &scrolled);
+    const CRect part(10, 10, 80, 90);
+    m_window.ScrollWindow(0, -30, &part);
     m_window.UpdateWindow();
-    EXPECT_EQ(clip, CRect(10, 60, 110, 90));
     QCoreApplication::processEvents();
-    EXPECT_EQ(clip, CRect(10, 60, 110, 90));
-    const QImage picture = WidgetOf(m_window).screen()->grabWindow(WidgetOf(m_window).winId()).toImage();
-    EXPECT_EQ(picture.pixelColor(60, 59), Qt::red);
-    EXPECT_EQ(picture.pixelColor(60, 60), Qt::blue);
-    EXPECT_EQ(WidgetOf(child).pos(), QPoint(150, 40));
+    EXPECT_EQ(clip, CRect(10, 60, 80, 90));
+    const QImage shown = WidgetOf(m_window).screen()->grabWindow(WidgetOf(m_window).winId()).toImage();
+    EXPECT_EQ(shown.pixelColor(50, 59), Qt::red);
+    EXPECT_EQ(shown.pixelColor(50, 60), Qt::blue);
+    EXPECT_EQ(WidgetOf(child).pos(), QPoint(90, 40));
 }
 
 }  // namespace kortavin::testing

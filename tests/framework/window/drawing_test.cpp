@@ -17,8 +17,8 @@ constexpr COLORREF kBlue = RGB(0, 0, 255);
 class Drawing : public ::testing::Test {
   protected:
     std::string Picture(const CRect& rect) const {
-        return "\n" + m_surface.Picture(
-                          rect, {{kGrey, '.'}, {kBlack, '#'}, {kWhite, '_'}, {kRed, 'r'}, {kBlue, 'b'}});
+        return m_surface.Picture(rect,
+                                 {{kGrey, '.'}, {kBlack, '#'}, {kWhite, '_'}, {kRed, 'r'}, {kBlue, 'b'}});
     }
 
     MemoryDesktop m_desktop;
@@ -120,7 +120,7 @@ TEST_F(Drawing, EdgesTakeLightFromTheUpperLeft) {
     const COLORREF dark = GetSysColor(COLOR_3DDKSHADOW);
     const COLORREF light = m_surface.At(3, 3);
     EXPECT_GT(GetRValue(light), GetRValue(GetSysColor(COLOR_BTNFACE)));
-    EXPECT_EQ("\n" + m_surface.Picture({0, 0, 4, 4}, {{dark, 'd'}, {light, 'l'}, {kGrey, '.'}}), R"(
+    EXPECT_EQ(m_surface.Picture({0, 0, 4, 4}, {{dark, 'd'}, {light, 'l'}, {kGrey, '.'}}), R"(
 dddl
 d..l
 d..l

@@ -137,7 +137,7 @@ int PixelSurface::CountOf(COLORREF color, const CRect& rect) const {
 }
 
 std::string PixelSurface::Picture(const CRect& rect, const Legend& legend) const {
-    std::string picture;
+    std::string picture(1, '\n');
     ForEachPixel(Common(rect, m_bounds), [&](int x, int y) {
         const auto found = std::find_if(legend.begin(), legend.end(),
                                         [&](const auto& entry) { return entry.first == At(x, y); });

@@ -25,8 +25,8 @@ class PixelSurface {
     int CountOf(COLORREF color, const CRect& rect) const;
     int CountOf(COLORREF color) const { return CountOf(color, m_bounds); }
 
-    // The rectangle, a line of text for each row and a character for each pixel; `?` for colours that the
-    // legend has not.
+    // The rectangle, a line of text for each row and a character for each pixel, behind an empty line; `?`
+    // for colours that the legend has not.
     using Legend = std::vector<std::pair<COLORREF, char>>;
     std::string Picture(const CRect& rect, const Legend& legend) const;
     // For failure messages: a picture of all colours, and what stands for which.
