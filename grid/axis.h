@@ -31,7 +31,7 @@ class KORTAVIN_API Axis {
     int IndexAt(int from, LONGLONG offset) const;
 
   private:
-    static constexpr std::size_t kBlock = 256;
+    static constexpr std::size_t kBlock = 64;
 
     void Append(int size);
     void SumAll();

@@ -3,6 +3,7 @@
 #include <QCursor>
 #include <QFrame>
 #include <QScreen>
+#include <string>
 #include <utility>
 
 #include "framework/qt/application.h"
@@ -108,6 +109,10 @@ COLORREF QtToolkit::SystemColor(int index) const {
 
 int QtToolkit::SystemMetric(int index) const {
     return qt::SystemMetric(index);
+}
+
+CString QtToolkit::WheelScrollLines() const {
+    return CString(std::to_string(QApplication::wheelScrollLines()));
 }
 
 CSize QtToolkit::PixelsPerInch() const {

@@ -27,6 +27,7 @@ class QtToolkit : public QObject, public window::Toolkit {
     LOGFONT MessageBoxFont() const override;
     COLORREF SystemColor(int index) const override;
     int SystemMetric(int index) const override;
+    CString WheelScrollLines() const override;
     CSize PixelsPerInch() const override;
 
     CPoint PointerPosition() const override;
