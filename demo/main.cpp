@@ -50,6 +50,8 @@ void Declare(CLI::App& app, Arguments& arguments) {
 int ShowWindow(const Arguments& arguments) {
     if (arguments.tourFolder && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (arguments.tourFolder)
+        DropRemarksOfQt();
     window::RequireToolkit();
     QApplication::setQuitOnLastWindowClosed(true);
     if (arguments.dark)

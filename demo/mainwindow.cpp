@@ -2,6 +2,7 @@
 
 #include <QtWidgets/QTabWidget>
 
+#include "demo/gridpage.h"
 #include "demo/symbolpage.h"
 
 namespace kortavin::demo {
@@ -17,6 +18,7 @@ MainWindow::MainWindow() : m_pages(new QTabWidget) {
     setWindowTitle(QStringLiteral("Kortavin 桌面示例"));
     setCentralWidget(m_pages);
     m_symbols = AddPage<SymbolPage>(QStringLiteral("符号(&S)"));
+    m_table = AddPage<GridPage>(QStringLiteral("表格(&G)"));
 }
 
 void MainWindow::ShowPage(QWidget& page) {

@@ -6,6 +6,7 @@ class QTabWidget;
 
 namespace kortavin::demo {
 
+class GridPage;
 class SymbolPage;
 
 // The host's window: a page for each part of the library that has something to show.
@@ -14,6 +15,7 @@ class MainWindow : public QMainWindow {
     MainWindow();
 
     SymbolPage& Symbols() { return *m_symbols; }
+    GridPage& Table() { return *m_table; }
     void ShowPage(QWidget& page);  // in front of the others
 
   private:
@@ -22,6 +24,7 @@ class MainWindow : public QMainWindow {
 
     QTabWidget* m_pages;
     SymbolPage* m_symbols;
+    GridPage* m_table;
 };
 
 }  // namespace kortavin::demo

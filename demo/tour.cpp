@@ -1,11 +1,31 @@
 #include "demo/tour.h"
 
+#include <algorithm>
+
 #include "demo/colors.h"
 #include "demo/driver.h"
+#include "demo/gridpage.h"
 #include "demo/mainwindow.h"
 #include "demo/symbolpage.h"
 
 namespace kortavin::demo {
+namespace {
+
+constinit QtMessageHandler s_formerHandler = nullptr;
+
+void HandleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    constexpr QLatin1String kRemarks[] = {QLatin1String("This plugin does not support "),
+                                          QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set")};
+    const auto isBegun = [&text](QLatin1String remark) { return text.startsWith(remark); };
+    if (std::ranges::none_of(kRemarks, isBegun))
+        s_formerHandler(type, context, text);
+}
+
+}  // namespace
+
+void DropRemarksOfQt() {
+    s_formerHandler = qInstallMessageHandler(&HandleMessage);
+}
 
 void RunTour(MainWindow& window, const QDir& folder) {
     if (!folder.mkpath(QStringLiteral(".")))
@@ -15,9 +35,14 @@ void RunTour(MainWindow& window, const QDir& folder) {
     window.ShowPage(window.Symbols());
     UseSymbolPage(driver, window.Symbols());
     ShootSymbolPage(driver, window.Symbols());
+    window.ShowPage(window.Table());
+    UseGridPage(driver, window.Table());
+    ShootGridPage(driver, window.Table());
 
     UseColors(Colors::Dark);
     driver.SetSuffix(QStringLiteral("-dark"));
+    ShootGridPage(driver, window.Table());
+    window.ShowPage(window.Symbols());
     ShootSymbolPage(driver, window.Symbols());
 }
 

@@ -5,8 +5,13 @@
 namespace kortavin::demo {
 
 class Driver;
+class GridPage;
 class MainWindow;
 class SymbolPage;
+
+// Without a screen and a session, Qt remarks on what it cannot do there; nobody need see that. To be called
+// before there is an application.
+void DropRemarksOfQt();
 
 // Goes through all pages without a person, in light and in dark colours, and leaves pictures in the folder.
 // TourFailure when a step has not the effect that it should have.
@@ -15,5 +20,7 @@ void RunTour(MainWindow& window, const QDir& folder);
 // A page's part: what is done there once, and the pictures of each set of colours.
 void UseSymbolPage(Driver& driver, const SymbolPage& page);
 void ShootSymbolPage(Driver& driver, const SymbolPage& page);
+void UseGridPage(Driver& driver, const GridPage& page);
+void ShootGridPage(Driver& driver, const GridPage& page);
 
 }  // namespace kortavin::demo

@@ -26,6 +26,7 @@ void Axis::AddToBlock(std::size_t block, LONGLONG difference) {
 // A new last node sums the blocks that are there already.
 void Axis::Append(int size) {
     const std::size_t block = m_sizes.size() / kBlock;
+    ReserveTree(m_sizes.size() + 1);
     m_sizes.push_back(static_cast<UINT>(size));
     m_tree.resize(std::max<std::size_t>(m_tree.size(), 1));
     if (block + 1 < m_tree.size()) {
@@ -37,6 +38,13 @@ void Axis::Append(int size) {
     for (std::size_t child = node - 1; child > node - LowBit(node); child -= LowBit(child))
         sum += m_tree[child];
     m_tree.push_back(sum);
+}
+
+// Before the sizes change, so that lack of memory leaves all as it was.
+void Axis::ReserveTree(std::size_t count) {
+    const std::size_t nodes = (count + kBlock - 1) / kBlock + 1;
+    if (m_tree.capacity() < nodes)
+        m_tree.reserve(std::max(nodes, 2 * m_tree.capacity()));
 }
 
 void Axis::SumAll() {
@@ -58,6 +66,7 @@ void Axis::SetSize(int index, int size) {
 }
 
 void Axis::Resize(int count, int sizeOfNew) {
+    ReserveTree(static_cast<std::size_t>(count));
     m_sizes.resize(static_cast<std::size_t>(count), static_cast<UINT>(sizeOfNew));
     SumAll();
 }
@@ -67,6 +76,7 @@ void Axis::Insert(int index, int size) {
         Append(size);
         return;
     }
+    ReserveTree(m_sizes.size() + 1);
     m_sizes.insert(m_sizes.begin() + index, static_cast<UINT>(size));
     SumAll();
 }

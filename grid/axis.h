@@ -34,6 +34,7 @@ class KORTAVIN_API Axis {
     static constexpr std::size_t kBlock = 64;
 
     void Append(int size);
+    void ReserveTree(std::size_t count);
     void SumAll();
     void AddToBlock(std::size_t block, LONGLONG difference);
     int EndingBehind(LONGLONG offset) const;

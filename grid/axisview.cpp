@@ -40,6 +40,8 @@ int AxisView::LastFullyVisible() const {
 }
 
 std::optional<int> AxisView::StartOf(int index) const {
+    if (index < 0 || index >= axis.Count())
+        return std::nullopt;
     if (index < fixedCount)
         return ToPixel(axis.OffsetOf(index));
     const int first = First();

@@ -23,14 +23,14 @@ bool IsLeavingKey(UINT key) {
     return key == VK_PRIOR || key == VK_NEXT || (key >= VK_LEFT && key <= VK_DOWN);
 }
 
-void ReportEdit(CWnd& editor, CGridPos cell, UINT lastChar) {
+void ReportEdit(CWnd& editor, CGridPos cell, const CString& text, UINT lastChar) {
     const HWND window = editor.m_hWnd;
     GridEditNotify record;
     record.hdr = {window, static_cast<UINT_PTR>(editor.GetDlgCtrlID()), GridNotifyEndEdit};
     record.item.mask = GridItemText | GridItemParam;
     record.item.row = cell.row;
     record.item.col = cell.col;
-    record.item.text = editor.GetWindowText();
+    record.item.text = text;
     record.item.lParam = lastChar;
     if (CWnd* const owner = editor.GetOwner(); owner != nullptr)
         owner->SendMessage(WM_NOTIFY, record.hdr.idFrom, reinterpret_cast<LPARAM>(&record));

@@ -16,7 +16,7 @@ FirstCharacter EffectOfFirst(UINT firstChar, bool isList);
 // PgUp, PgDn and the arrows.
 bool IsLeavingKey(UINT key);
 
-// Tells the grid what the editor holds, and has the editor closed. The editor may be gone afterwards.
-void ReportEdit(CWnd& editor, CGridPos cell, UINT lastChar);
+// Tells the grid the new text, and has the editor closed. The editor may be gone afterwards.
+void ReportEdit(CWnd& editor, CGridPos cell, const CString& text, UINT lastChar);
 
 }  // namespace kortavin::grid

@@ -23,13 +23,23 @@ void CGridCtrl::OnChar(UINT nChar, UINT, UINT) {
         Default();
 }
 
+// An input method composes in the editor, where what it commits replaces the text. No character is known yet:
+// an arrow key selects all in every editor.
+void CGridCtrl::OnImeStartComposition() {
+    const Life life(*this);
+    if (!IsMouseBusy())
+        StartCellEdit(m_focusCell.row, m_focusCell.col, VK_DOWN);
+    if (life)
+        Default();
+}
+
 void CGridCtrl::StartCellEdit(int row, int col, UINT nChar) {
+    const Life life(*this);
     EnsureVisible(row, col);
     CRect rect;
-    if (!IsValid(row, col) || !IsCellEditable(row, col) || !IsCellVisible(row, col) ||
+    if (!life || !IsValid(row, col) || !IsCellEditable(row, col) || !IsCellVisible(row, col) ||
         !GetCellRect(row, col, &rect))
         return;
-    const Life life(*this);
     NotifyParent(row, col, GridNotifyBeginEdit);
     GridItem item;
     item.row = row;

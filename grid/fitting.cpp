@@ -25,6 +25,8 @@ void Distribute(Axis& axis, LONGLONG difference) {
 
 CSize CGridCtrl::MeasureCell(int row, int col, CDC*) {
     const CFont& font = FontFor(row, col, IsCellFixed(row, col) != FALSE);
+    if (font.GetNative() == nullptr)
+        return {};
     const CString text = GetItemText(row, col);
     const CSize image = ImageSizeOf(row, col);
     const int height = font.GetNative()->Metrics().tmHeight + 2 * m_margin;
@@ -94,15 +96,17 @@ void CGridCtrl::FitToText() {
 void CGridCtrl::StretchColumnsToFit() {
     CRect client;
     GetClientRect(&client);
-    Distribute(m_columns, client.Width() - m_columns.Total());
-    InvalidateIfDrawn();
+    if (m_hWnd != nullptr)
+        Distribute(m_columns, client.Width() - m_columns.Total());
+    FollowCounts();
 }
 
 void CGridCtrl::StretchRowsToFit() {
     CRect client;
     GetClientRect(&client);
-    Distribute(m_rows, client.Height() - m_rows.Total());
-    InvalidateIfDrawn();
+    if (m_hWnd != nullptr)
+        Distribute(m_rows, client.Height() - m_rows.Total());
+    FollowCounts();
 }
 
 void CGridCtrl::StretchToFit() {

@@ -1,8 +1,16 @@
 #include "grid/geometry.h"
 
+#include <algorithm>
+
 #include "grid/gridctrl.h"
 
 // Where the cells of a grid lie.
+
+namespace {
+
+constexpr int kLargestSize = 1 << 24;  // no window is as large, and positions can be added to
+
+}  // namespace
 
 using kortavin::grid::AxisView;
 
@@ -87,7 +95,7 @@ int CGridCtrl::GetColumnWidth(int col) const {
 BOOL CGridCtrl::SetRowHeight(int row, int height) {
     if (GetRowHeight(row) < 0 || height < 0)
         return FALSE;
-    m_rows.SetSize(row, height);
+    m_rows.SetSize(row, std::min(height, kLargestSize));
     UpdateScrollBars();
     return TRUE;
 }
@@ -95,7 +103,7 @@ BOOL CGridCtrl::SetRowHeight(int row, int height) {
 BOOL CGridCtrl::SetColumnWidth(int col, int width) {
     if (GetColumnWidth(col) < 0 || width < 0)
         return FALSE;
-    m_columns.SetSize(col, width);
+    m_columns.SetSize(col, std::min(width, kLargestSize));
     UpdateScrollBars();
     return TRUE;
 }

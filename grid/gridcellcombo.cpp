@@ -38,10 +38,9 @@ void CGridCellCombo::Open(CWnd* pParent, const CRect& rect, DWORD dwStyle, UINT 
     if (!editor->Create(dwStyle | WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | CBS_AUTOHSCROLL, place,
                         pParent, nID))
         return;
-    CGridCellCombo* const opened = editor.release();
-    opened->Fill(place, items);
-    opened->SetItemHeight(-1, static_cast<UINT>(cellHeight));
-    opened->Begin(nFirstChar);
+    editor->Fill(place, items);
+    editor->SetItemHeight(-1, static_cast<UINT>(std::min(cellHeight, 255)));
+    editor.release()->Begin(nFirstChar);
 }
 
 void CGridCellCombo::Fill(const CRect& rect, const CStringArray& items) {
@@ -90,14 +89,17 @@ void CGridCellCombo::PostNcDestroy() {
 
 // With an edit field it is that which has the focus and loses it.
 void CGridCellCombo::OnKillFocus(CWnd*) {
+    const HWND window = m_hWnd;
     Default();
-    if (m_edit.m_hWnd == nullptr)
+    if (IsWindow(window) && m_edit.m_hWnd == nullptr)
         EndEdit();
 }
 
+// A list without a field cannot show a text that is none of its items, so Esc gives that back here.
 void CGridCellCombo::EndEdit() {
     if (m_hWnd != nullptr && !std::exchange(m_hasEnded, true))
-        ReportEdit(*this, {m_row, m_col}, m_lastChar);
+        ReportEdit(*this, {m_row, m_col}, m_lastChar == VK_ESCAPE ? m_initialText : GetWindowText(),
+                   m_lastChar);
 }
 
 // Taking the focus away is what ends the edit.
@@ -145,9 +147,9 @@ const MessageMap* CGridComboEdit::GetMessageMap() const {
 }
 
 void CGridComboEdit::OnKillFocus(CWnd*) {
-    auto* const combo = dynamic_cast<CGridCellCombo*>(GetOwner());
+    const HWND owner = GetOwner()->m_hWnd;
     Default();
-    if (combo != nullptr)
+    if (auto* const combo = dynamic_cast<CGridCellCombo*>(FromHandle(owner)); combo != nullptr)
         combo->EndEdit();
 }
 

@@ -108,11 +108,13 @@ UINT CGridCellEdit::OnGetDlgCode() {
 }
 
 void CGridCellEdit::OnKillFocus(CWnd*) {
+    const HWND window = m_hWnd;
     Default();
-    EndEdit();
+    if (IsWindow(window))
+        EndEdit();
 }
 
 void CGridCellEdit::EndEdit() {
     if (m_hWnd != nullptr && !std::exchange(m_hasEnded, true))
-        ReportEdit(*this, {m_row, m_col}, m_lastChar);
+        ReportEdit(*this, {m_row, m_col}, GetWindowText(), m_lastChar);
 }

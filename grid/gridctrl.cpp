@@ -31,7 +31,6 @@ CGridCtrl::CGridCtrl(int nRows, int nCols, int nFixedRows, int nFixedCols) {
 // The window goes first, while there is a grid to answer its messages.
 CGridCtrl::~CGridCtrl() {
     DestroyWindow();
-    DeleteAllItems();
 }
 
 const CRuntimeClass* CGridCtrl::GetRuntimeClass() const {
@@ -85,6 +84,8 @@ const window::MessageMap* CGridCtrl::GetMessageMap() const {
         OnMessage<WM_GETDLGCODE, &CGridCtrl::OnGetDlgCode>(),
         OnMessage<WM_KEYDOWN, &CGridCtrl::OnKeyDown>(),
         OnMessage<WM_CHAR, &CGridCtrl::OnChar>(),
+        OnMessage<WM_SETFOCUS, &CGridCtrl::OnSetFocus>(),
+        OnMessage<WM_IME_STARTCOMPOSITION, &CGridCtrl::OnImeStartComposition>(),
         OnMessage<WM_SETCURSOR, &CGridCtrl::OnSetCursor>(),
         OnMessage<WM_SYSCOLORCHANGE, &CGridCtrl::OnSysColorChange>(),
         OnMessage<WM_CAPTURECHANGED, &CGridCtrl::OnCaptureChanged>(),
@@ -92,6 +93,7 @@ const window::MessageMap* CGridCtrl::GetMessageMap() const {
         OnMessage<WM_GETFONT, &CGridCtrl::OnGetFont>(),
         window::OnNotify<GridNotifyEndEdit, GridEditorControlId, &CGridCtrl::OnCellEditorDone>(),
         window::OnCommand<ID_EDIT_SELECT_ALL, &CGridCtrl::OnEditSelectAll>(),
+        window::OnUpdateCommand<ID_EDIT_SELECT_ALL, &CGridCtrl::OnUpdateEditSelectAll>(),
     };
     static const MessageMap map{CWnd::GetMessageMap(), kEntries};
     return &map;

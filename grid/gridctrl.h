@@ -257,11 +257,14 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     UINT OnGetDlgCode();
     void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
+    void OnImeStartComposition();
     BOOL OnSetCursor(CWnd* pWnd, UINT nHitTest, UINT message);
     void OnSysColorChange();
     void OnCaptureChanged(CWnd* pWnd);
+    LRESULT OnSetFocus(WPARAM wParam, LPARAM lParam);
     LRESULT OnSetFont(WPARAM wParam, LPARAM lParam);
     LRESULT OnGetFont(WPARAM wParam, LPARAM lParam);
+    void OnUpdateEditSelectAll(CCmdUI* pCmdUI);
     void OnCellEditorDone(NMHDR* pNMHDR, LRESULT* pResult);
 
   private:
@@ -270,12 +273,14 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     struct Direction;
     struct Move;
     struct Pass;
+    class ShownCells;
 
     // Whether a grid still exists, with its window, after its owner or a derived class was called.
     class Life {
       public:
         explicit Life(const CGridCtrl& grid) : m_grid(grid), m_token(grid.m_life), m_window(grid.m_hWnd) {}
-        explicit operator bool() const { return !m_token.expired() && m_grid.m_hWnd == m_window; }
+        bool Exists() const { return !m_token.expired(); }
+        explicit operator bool() const { return Exists() && m_grid.m_hWnd == m_window; }
 
       private:
         const CGridCtrl& m_grid;
@@ -294,6 +299,9 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     void ClearRow(int row);
     void ClearColumn(int col);
     void FollowCounts();
+    void AppendRows(int count);
+    void AppendColumns(int count);
+    bool DropSelection();
     template <class Keys>
     void ArrangeRows(const Keys& keys);
 
@@ -308,6 +316,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     bool IsNearBorder(int distanceFromStart, int size, int index) const;
 
     Direction DirectionOf(int bar) const;
+    void SetBars(const Direction& vertical, const Direction& horizontal);
     void ScrollOn(int bar, UINT request);
     void ScrollTo(const Direction& direction, int position, int repaintFrom);
     void FollowThumb(const Direction& direction);
@@ -399,10 +408,12 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     CPoint m_leftClickDownPoint;
     CPoint m_lastMousePoint;
     CGridPos m_leftClickDownCell;
+    CGridPos m_draggedTo;  // the cell to which the selection was extended last
     CGridPos m_selectionStartCell;
     CGridPos m_focusCell;
     std::optional<CRect> m_band;  // the line that is dragged with a border
     bool m_isSizing = false;
+    bool m_isSettingBars = false;
     UINT_PTR m_timerId = 0;
     int m_timerInterval = 25;      // milliseconds
     int m_resizeCaptureRange = 3;  // pixels on either side of a border

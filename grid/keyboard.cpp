@@ -28,6 +28,15 @@ UINT CGridCtrl::OnGetDlgCode() {
     return DLGC_WANTARROWS | DLGC_WANTCHARS | (wantsTab ? DLGC_WANTTAB : 0);
 }
 
+// Who comes by the keyboard finds a cell to start from.
+LRESULT CGridCtrl::OnSetFocus(WPARAM, LPARAM lParam) {
+    const Life life(*this);
+    if (lParam != 0 && !IsDown(VK_LBUTTON) && !IsValid(m_focusCell) &&
+        IsValid(m_fixedRowCount, m_fixedColCount))
+        SetFocusCell(m_fixedRowCount, m_fixedColCount);
+    return life ? Default() : 0;
+}
+
 void CGridCtrl::OnKeyDown(UINT nChar, UINT, UINT) {
     if (!IsValid(m_focusCell)) {
         Default();
@@ -60,11 +69,11 @@ std::optional<CGridCtrl::Move> CGridCtrl::MoveOf(UINT key) {
         case VK_NEXT:
             return Move{{RowByPage(key), col}};
         case VK_HOME:
-            SendMessage(WM_VSCROLL, SB_TOP);
-            return Move{{m_fixedRowCount, col}};
-        case VK_END:
-            SendMessage(WM_VSCROLL, SB_BOTTOM);
-            return Move{{GetRowCount() - 1, col}};
+        case VK_END: {
+            const Move move{{key == VK_HOME ? m_fixedRowCount : GetRowCount() - 1, col}};
+            SendMessage(WM_VSCROLL, key == VK_HOME ? SB_TOP : SB_BOTTOM);
+            return move;
+        }
         case VK_LEFT:
             return Move{{row, col > m_fixedColCount ? col - 1 : col}};
         case VK_RIGHT:
@@ -99,7 +108,10 @@ std::optional<CGridCtrl::Move> CGridCtrl::TabBackward() const {
 // By as many rows as the view moves; to the end when it does not move.
 int CGridCtrl::RowByPage(UINT key) {
     const int before = GetFirstScrollCell().row;
+    const Life life(*this);
     SendMessage(WM_VSCROLL, key == VK_PRIOR ? SB_PAGEUP : SB_PAGEDOWN);
+    if (!life)
+        return 0;
     const int moved = GetFirstScrollCell().row - before;
     const int last = GetRowCount() - 1;
     if (moved == 0)
@@ -111,26 +123,29 @@ void CGridCtrl::MoveFocusTo(UINT key, const Move& move) {
     const Life life(*this);
     if (!IsMouseBusy()) {
         m_prevSelectedCells.clear();
-        m_mouseMode = m_listMode ? MouseSelectingRows : MouseSelectingCells;
         if (!IsDown(VK_SHIFT) || key == VK_TAB)
             m_selectionStartCell = move.next;
-        ExtendSelection(move.next);
         m_mouseMode = MouseIdle;
+        m_listMode ? SelectRowSpan(move.next) : SelectCellSpan(move.next);
     }
     SetFocusCell(move.next);
     if (!life || IsCellVisible(move.next.row, move.next.col))
         return;
     EnsureVisible(move.next.row, move.next.col);
-    ScrollOnFor(key, move.changesLine);
-    Invalidate();
+    if (life)
+        ScrollOnFor(key, move.changesLine);
+    if (life)
+        Invalidate();
 }
 
 // One more line in the key's direction.
 void CGridCtrl::ScrollOnFor(UINT key, bool changesLine) {
     const bool isBackTab = key == VK_TAB && IsDown(VK_SHIFT);
     if (key == VK_TAB && changesLine) {
+        const Life life(*this);
         SendMessage(WM_VSCROLL, isBackTab ? SB_LINEUP : SB_LINEDOWN);
-        SetScrollPosition(SB_HORZ, isBackTab ? m_hScrollMax : 0);
+        if (life)
+            SetScrollPosition(SB_HORZ, isBackTab ? m_hScrollMax : 0);
     } else if (key == VK_TAB) {
         SendMessage(WM_HSCROLL, isBackTab ? SB_LINELEFT : SB_LINERIGHT);
     } else if (key == VK_LEFT || key == VK_RIGHT) {
@@ -143,29 +158,34 @@ void CGridCtrl::ScrollOnFor(UINT key, bool changesLine) {
 void CGridCtrl::EnsureVisible(int row, int col) {
     if (!IsValid(row, col) || m_hWnd == nullptr)
         return;
+    const Life life(*this);
     const CGridRange visible = GetVisibleScrollRange();
     SendScroll(SB_HORZ, SB_LINERIGHT, col - visible.maxCol);
-    SendScroll(SB_HORZ, SB_LINELEFT, visible.minCol - col);
-    SendScroll(SB_VERT, SB_LINEDOWN, row - visible.maxRow);
-    SendScroll(SB_VERT, SB_LINEUP, visible.minRow - row);
+    if (life)
+        SendScroll(SB_HORZ, SB_LINELEFT, visible.minCol - col);
+    if (life)
+        SendScroll(SB_VERT, SB_LINEDOWN, row - visible.maxRow);
+    if (life)
+        SendScroll(SB_VERT, SB_LINEUP, visible.minRow - row);
     CRect rect;
+    if (!life || !GetCellRect(row, col, &rect))
+        return;
     CRect client;
     GetClientRect(&client);
-    if (!GetCellRect(row, col, &rect))
-        return;
-    if (rect.right > client.right)
+    if (rect.right >= client.right)
         SendMessage(WM_HSCROLL, SB_LINERIGHT);
-    if (rect.bottom > client.bottom)
+    if (life && rect.bottom >= client.bottom)
         SendMessage(WM_VSCROLL, SB_LINEDOWN);
 }
 
 // As many line requests, one after the other. Of a long way only the last one is walked.
 void CGridCtrl::SendScroll(int bar, UINT request, int count) {
     constexpr int kWalked = 64;
-    if (count > kWalked) {
+    const Life life(*this);
+    if (life && count > kWalked) {
         JumpLines(bar, request == SB_LINEDOWN ? count - 1 : 1 - count);
         count = 1;
     }
-    for (; count > 0; --count)
+    for (; life && count > 0; --count)
         SendMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, request);
 }

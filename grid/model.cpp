@@ -59,109 +59,150 @@ void CGridCtrl::FollowCounts() {
     Invalidate();
 }
 
+// Cells first: an axis that counts a row stands for its cells. Rows that memory does not suffice for are
+// taken back.
+void CGridCtrl::AppendRows(int count) {
+    const std::size_t former = m_rowData.size();
+    try {
+        m_rowData.reserve(static_cast<std::size_t>(count));
+        while (m_rowData.size() < static_cast<std::size_t>(count))
+            m_rowData.push_back(NewRow(static_cast<int>(m_rowData.size())));
+        m_rows.Resize(count, m_defaultRowHeight);
+    } catch (...) {
+        m_rowData.resize(former);
+        throw;
+    }
+}
+
+void CGridCtrl::AppendColumns(int count) {
+    const auto former = static_cast<std::size_t>(GetColumnCount());
+    try {
+        for (int row = 0; row < GetRowCount(); ++row) {
+            Row& cells = m_rowData[static_cast<std::size_t>(row)];
+            cells.reserve(static_cast<std::size_t>(count));
+            while (cells.size() < static_cast<std::size_t>(count))
+                cells.emplace_back(NewCell(row, static_cast<int>(cells.size())));
+        }
+        m_columns.Resize(count, m_defaultColWidth);
+    } catch (...) {
+        for (Row& cells : m_rowData)
+            cells.resize(std::min(cells.size(), former));
+        throw;
+    }
+}
+
 BOOL CGridCtrl::SetRowCount(int n) {
-    if (n < 0)
+    const Life life(*this);
+    if (n >= 0 && m_focusCell.row >= n)
+        SetFocusCell(-1, -1);
+    if (n < 0 || !life)
         return FALSE;
     if (n == GetRowCount())
         return TRUE;
     m_fixedRowCount = std::min(m_fixedRowCount, n);
-    if (m_focusCell.row >= n)
-        SetFocusCell(-1, -1);
-    const int former = GetRowCount();
-    for (int row = n; row < former; ++row)
-        ClearRow(row);
-    if (n > former)
-        m_rowData.reserve(static_cast<std::size_t>(n));
-    m_rows.Resize(n, m_defaultRowHeight);
-    m_rowData.resize(static_cast<std::size_t>(std::min(n, former)));
-    for (int row = former; row < n; ++row)
-        m_rowData.push_back(NewRow(row));
+    if (n > GetRowCount()) {
+        AppendRows(n);
+    } else {
+        for (int row = n; row < GetRowCount(); ++row)
+            ClearRow(row);
+        m_rows.Resize(n, 0);
+        m_rowData.resize(static_cast<std::size_t>(n));
+    }
     FollowCounts();
     return TRUE;
 }
 
 BOOL CGridCtrl::SetColumnCount(int n) {
-    if (n < 0)
+    const Life life(*this);
+    if (n >= 0 && m_focusCell.col >= n)
+        SetFocusCell(-1, -1);
+    if (n < 0 || !life)
         return FALSE;
     if (n == GetColumnCount())
         return TRUE;
     m_fixedColCount = std::min(m_fixedColCount, n);
-    if (m_focusCell.col >= n)
-        SetFocusCell(-1, -1);
-    const int former = GetColumnCount();
-    for (int col = n; col < former; ++col)
-        ClearColumn(col);
-    m_columns.Resize(n, m_defaultColWidth);
-    for (int row = 0; row < GetRowCount(); ++row) {
-        Row& cells = m_rowData[static_cast<std::size_t>(row)];
-        cells.resize(static_cast<std::size_t>(std::min(n, former)));
-        cells.reserve(static_cast<std::size_t>(n));
-        for (int col = former; col < n; ++col)
-            cells.emplace_back(NewCell(row, col));
+    if (n > GetColumnCount()) {
+        AppendColumns(n);
+    } else {
+        for (int col = n; col < GetColumnCount(); ++col)
+            ClearColumn(col);
+        m_columns.Resize(n, 0);
+        for (Row& cells : m_rowData)
+            cells.resize(static_cast<std::size_t>(n));
     }
     FollowCounts();
     return TRUE;
 }
 
 BOOL CGridCtrl::SetFixedRowCount(int n) {
+    const Life life(*this);
     if (n < 0 || (n > GetRowCount() && !SetRowCount(n)))
         return FALSE;
     if (m_focusCell.row < n)
         SetFocusCell(-1, -1);
-    m_fixedRowCount = n;
+    if (!life)
+        return FALSE;
+    m_fixedRowCount = std::min(n, GetRowCount());
     InvalidateIfDrawn();
     return TRUE;
 }
 
 BOOL CGridCtrl::SetFixedColumnCount(int n) {
+    const Life life(*this);
     if (n < 0 || (n > GetColumnCount() && !SetColumnCount(n)))
         return FALSE;
     if (m_focusCell.col < n)
         SetFocusCell(-1, -1);
-    m_fixedColCount = n;
+    if (!life)
+        return FALSE;
+    m_fixedColCount = std::min(n, GetColumnCount());
     InvalidateIfDrawn();
     return TRUE;
 }
 
 int CGridCtrl::InsertRow(const char* heading, int nRow) {
-    if (nRow >= 0 && nRow >= GetRowCount())
+    if (nRow >= GetRowCount() || !DropSelection() || nRow > GetRowCount())
         return -1;
-    ClearSelection();
     if (GetColumnCount() < 1)
         SetColumnCount(1);
     const int row = nRow < 0 ? GetRowCount() : nRow;
     m_rowData.insert(m_rowData.begin() + row, NewRow(row));
-    m_rows.Insert(row, 0);
+    try {
+        m_rows.Insert(row, GetTextExtent(heading, TRUE).cy);
+    } catch (...) {
+        m_rowData.erase(m_rowData.begin() + row);
+        throw;
+    }
     SetItemText(row, 0, heading);
-    SetRowHeight(row, GetTextExtent(heading, TRUE).cy);
     UpdateScrollBars();
     return row;
 }
 
+// All that memory must suffice for is there before the first row changes.
 int CGridCtrl::InsertColumn(const char* heading, UINT nFormat, int nCol) {
-    if (nCol >= 0 && nCol >= GetColumnCount())
+    if (nCol >= GetColumnCount() || !DropSelection() || nCol > GetColumnCount())
         return -1;
-    ClearSelection();
     if (GetRowCount() < 1)
         SetRowCount(1);
     const int col = nCol < 0 ? GetColumnCount() : nCol;
+    Row made;
     for (int row = 0; row < GetRowCount(); ++row) {
+        made.emplace_back(NewCell(row, col));
+        made.back()->format = nFormat;
         Row& cells = m_rowData[static_cast<std::size_t>(row)];
-        cells.insert(cells.begin() + col, std::unique_ptr<CGridCell>(NewCell(row, col)));
+        cells.reserve(cells.size() + 1);
     }
-    m_columns.Insert(col, 0);
+    m_columns.Insert(col, GetTextExtent(heading, TRUE).cx);
+    for (std::size_t row = 0; row < made.size(); ++row)
+        m_rowData[row].insert(m_rowData[row].begin() + col, std::move(made[row]));
     SetItemText(0, col, heading);
-    for (int row = 0; row < GetRowCount(); ++row)
-        SetItemFormat(row, col, nFormat);
-    SetColumnWidth(col, GetTextExtent(heading, TRUE).cx);
     UpdateScrollBars();
     return col;
 }
 
 BOOL CGridCtrl::DeleteRow(int nRow) {
-    if (nRow < 0 || nRow >= GetRowCount())
+    if (nRow < 0 || nRow >= GetRowCount() || !DropSelection() || nRow >= GetRowCount())
         return FALSE;
-    ClearSelection();
     ClearRow(nRow);
     m_rowData.erase(m_rowData.begin() + nRow);
     m_rows.Erase(nRow);
@@ -171,9 +212,8 @@ BOOL CGridCtrl::DeleteRow(int nRow) {
 }
 
 BOOL CGridCtrl::DeleteColumn(int nCol) {
-    if (nCol < 0 || nCol >= GetColumnCount())
+    if (nCol < 0 || nCol >= GetColumnCount() || !DropSelection() || nCol >= GetColumnCount())
         return FALSE;
-    ClearSelection();
     ClearColumn(nCol);
     for (Row& cells : m_rowData)
         cells.erase(cells.begin() + nCol);
@@ -184,19 +224,20 @@ BOOL CGridCtrl::DeleteColumn(int nCol) {
 }
 
 BOOL CGridCtrl::DeleteBodyRows() {
-    for (int row = GetRowCount(); row >= m_fixedRowCount; --row)
+    const Life life(*this);
+    for (int row = GetRowCount(); life && row >= m_fixedRowCount; --row)
         DeleteRow(row);
     return TRUE;
 }
 
 BOOL CGridCtrl::DeleteAllItems() {
-    ClearSelection();
+    if (!DropSelection())
+        return FALSE;
     for (int row = 0; row < GetRowCount(); ++row)
         ClearRow(row);
     m_rowData.clear();
     m_rows.Resize(0, 0);
     m_columns.Resize(0, 0);
-    m_focusCell = CGridPos();
     m_fixedRowCount = 0;
     m_fixedColCount = 0;
     UpdateScrollBars();

@@ -45,7 +45,7 @@ void CGridCtrl::OnLButtonDown(UINT nFlags, CPoint point) {
     m_selectionStartCell = (nFlags & MK_SHIFT) != 0 ? m_focusCell : cell;
     const bool hadFocus = GetFocus() == this;
     SetFocus();  // which ends an open edit
-    if (!life)
+    if (!life || !IsValid(cell))
         return;
     if (cell == m_focusCell) {
         m_mouseMode = MouseArmedEdit;
@@ -66,6 +66,7 @@ void CGridCtrl::OnLButtonDown(UINT nFlags, CPoint point) {
 }
 
 void CGridCtrl::StartDrag(UINT flags, CPoint point, CGridPos cell) {
+    m_lastMousePoint = point;
     SetCapture();
     if (m_mouseMode == MouseIdle)
         if (const GridMouseMode mode = BorderModeAt(point); mode != MouseIdle)
@@ -76,7 +77,6 @@ void CGridCtrl::StartDrag(UINT flags, CPoint point, CGridPos cell) {
         StartResizing(MouseResizingRow, point);
     else
         StartSelecting(flags, cell);
-    m_lastMousePoint = point;
 }
 
 // A press near the start of a column or row is meant for the border of the one before.
@@ -88,7 +88,7 @@ void CGridCtrl::StartResizing(GridMouseMode mode, CPoint point) {
     int& index = isColumn ? m_leftClickDownCell.col : m_leftClickDownCell.row;
     const int position = isColumn ? point.x : point.y;
     auto start = startOf(index);
-    if (start && position - *start <= m_resizeCaptureRange && index > 0)
+    if (start && position - *start <= m_resizeCaptureRange)
         start = startOf(--index);
     if (!start)
         return;
@@ -101,6 +101,7 @@ void CGridCtrl::StartResizing(GridMouseMode mode, CPoint point) {
 }
 
 void CGridCtrl::StartSelecting(UINT flags, CGridPos cell) {
+    m_draggedTo = CGridPos();
     m_prevSelectedCells.clear();
     if ((flags & MK_CONTROL) != 0)
         m_prevSelectedCells = m_selectedCells;
@@ -131,10 +132,13 @@ void CGridCtrl::OnColumnHeadingClick(CGridPos& cell) {
         m_mouseMode = cell.col >= m_fixedColCount ? MouseSelectingColumns : MouseSelectingAll;
         ExtendSelection(cell);
     } else if (m_sortOnClick) {
+        const Life life(*this);
         SetCursor(CursorShape::Wait);
         m_sortAscending = cell.col != m_sortColumn || !m_sortAscending;
         m_sortColumn = cell.col;
         SortRowsByText(m_sortColumn, m_sortAscending);
+        if (!life)
+            return;
         SetCursor(CursorShape::Arrow);
         Invalidate();
     }
@@ -175,6 +179,8 @@ void CGridCtrl::OnMouseMove(UINT nFlags, CPoint point) {
         if (!life)
             return;
     } else if (const GridMouseMode mode = BorderModeAt(point); mode != m_mouseMode) {
+        if (m_band)
+            ShowBand(std::nullopt);  // the capture was lost while a border was dragged
         SetMouseMode(mode);
     }
     m_lastMousePoint = point;
@@ -185,7 +191,9 @@ void CGridCtrl::DragTo(CPoint point) {
         case MouseSelectingColumns:
         case MouseSelectingRows:
         case MouseSelectingCells:
-            if (const CGridPos cell = HitTestCell(point); IsValid(cell) && cell != m_focusCell) {
+            if (const CGridPos cell = HitTestCell(point);
+                IsValid(cell) && cell != m_focusCell && cell != m_draggedTo) {
+                m_draggedTo = cell;
                 ExtendSelection(cell);
                 if (!IsCellFixed(cell.row, cell.col))
                     SetFocusCell(cell);
@@ -300,6 +308,10 @@ void CGridCtrl::EditByDoubleClick() {
 void CGridCtrl::OnTimer(UINT_PTR nIDEvent) {
     if (nIDEvent != kAutoScrollTimer) {
         Default();
+        return;
+    }
+    if (GetCapture() != this) {
+        StopAutoScroll();
         return;
     }
     const Life life(*this);

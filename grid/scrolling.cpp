@@ -25,7 +25,13 @@ struct CGridCtrl::Direction {
 
     bool IsVertical() const { return bar == SB_VERT; }
     int ClientEnd() const { return IsVertical() ? client.bottom : client.right; }
-    int Room() const { return ClientEnd() - fixedSize; }
+    int Room() const { return std::max(0, ClientEnd() - fixedSize); }
+    // The first index from this on that has a size; the last one if none has.
+    int SizedFrom(int index) const {
+        while (index < axis.Count() - 1 && axis.SizeAt(index) == 0)
+            ++index;
+        return index;
+    }
     int FirstOf(const CGridCtrl& grid) const {
         const CGridPos first = grid.GetFirstScrollCell();
         return IsVertical() ? first.row : first.col;
@@ -54,13 +60,28 @@ void CGridCtrl::SetScrollPosition(int bar, int pos, BOOL bRedraw) {
     SetScrollPos(bar, pos, bRedraw);
 }
 
-// The bars keep their settings while no scrolled cell shows whole. Showing or hiding one bar changes the room
-// of the other, which the change of size that follows settles.
+// The bars keep their settings while no scrolled cell shows whole. One that appears or goes changes the room
+// of the other, so both are set until the room stays.
 void CGridCtrl::UpdateScrollBars() {
-    if (!IsDrawn())
+    if (!IsDrawn() || std::exchange(m_isSettingBars, true))
         return;
-    const auto vertical = DirectionOf(SB_VERT);
-    const auto horizontal = DirectionOf(SB_HORZ);
+    const Life life(*this);
+    CRect before;
+    CRect after;
+    for (int pass = 0; life && pass < 3; ++pass) {
+        GetClientRect(&before);
+        SetBars(DirectionOf(SB_VERT), DirectionOf(SB_HORZ));
+        if (!life)
+            break;
+        GetClientRect(&after);
+        if (after == before)
+            break;
+    }
+    if (life.Exists())
+        m_isSettingBars = false;
+}
+
+void CGridCtrl::SetBars(const Direction& vertical, const Direction& horizontal) {
     if (vertical.Room() <= 0 || horizontal.Room() <= 0 || !IsValid(GetFullyVisibleScrollRange()))
         return;
     const auto lastPosition = [](const Direction& direction) {
@@ -69,23 +90,33 @@ void CGridCtrl::UpdateScrollBars() {
     };
     m_vScrollMax = lastPosition(vertical);
     m_hScrollMax = lastPosition(horizontal);
-    SetScrollPage(SB_HORZ, horizontal.Room());
-    SetScrollPage(SB_VERT, vertical.Room());
-    SetScrollRange(SB_VERT, 0, m_vScrollMax);
-    SetScrollRange(SB_HORZ, 0, m_hScrollMax);
+    const Life life(*this);
+    for (const Direction* const direction : {&vertical, &horizontal}) {
+        if (life)
+            SetScrollPage(direction->bar, direction->Room());
+        if (life)
+            SetScrollRange(direction->bar, 0, direction == &vertical ? m_vScrollMax : m_hScrollMax);
+    }
 }
 
-// Showing a bar changes the size again.
+// A bar that appears changes the size again.
 void CGridCtrl::OnSize(UINT, int, int) {
     if (std::exchange(m_isSizing, true))
         return;
     const Life life(*this);
-    SetFocus();  // which ends an open edit
-    if (!life)
+    try {
+        SetFocus();  // which ends an open edit
+        if (life)
+            Default();
+    } catch (...) {
+        if (life.Exists())
+            m_isSizing = false;
+        throw;
+    }
+    if (!life.Exists())
         return;
-    Default();
-    UpdateScrollBars();
     m_isSizing = false;
+    UpdateScrollBars();
 }
 
 void CGridCtrl::OnHScroll(UINT nSBCode, UINT, CWnd*) {
@@ -97,9 +128,10 @@ void CGridCtrl::OnVScroll(UINT nSBCode, UINT, CWnd*) {
 }
 
 void CGridCtrl::ScrollOn(int bar, UINT request) {
+    const Life life(*this);
     if (GetFocus() != this)
         SetFocus();  // which ends an open edit
-    if (m_hWnd == nullptr)
+    if (!life || m_hWnd == nullptr)
         return;
     const Direction direction = DirectionOf(bar);
     const int position = GetScrollPosition(bar);
@@ -116,8 +148,10 @@ void CGridCtrl::ScrollOn(int bar, UINT request) {
             break;
         case SB_PAGEDOWN:
             if (position < direction.maximum)
-                ScrollTo(direction, std::min(position + direction.Room(), direction.maximum),
-                         direction.fixedSize);
+                ScrollTo(
+                    direction,
+                    ToRange(std::min<LONGLONG>(LONGLONG{position} + direction.Room(), direction.maximum)),
+                    direction.fixedSize);
             break;
         case SB_THUMBPOSITION:
         case SB_THUMBTRACK:
@@ -163,11 +197,12 @@ void CGridCtrl::ScrollLineBack(const Direction& direction, int position) {
 
 // A bar stops before the end of its range, so it may not have moved.
 void CGridCtrl::ScrollLineForward(const Direction& direction, int position) {
-    if (position >= direction.maximum)
-        return;
     const int first = direction.FirstOf(*this);
-    const int size = direction.axis.SizeAt(first);
-    SetScrollPosition(direction.bar, position + size);
+    if (position >= direction.maximum || first >= direction.axis.Count())
+        return;
+    const int size = direction.axis.SizeAt(direction.SizedFrom(first));
+    SetScrollPosition(direction.bar,
+                      static_cast<int>(std::min<LONGLONG>(LONGLONG{position} + size, direction.maximum)));
     if (GetScrollPosition(direction.bar) != position)
         MovePixels(direction, first + 1, direction.fixedSize + size, -size);
 }
@@ -190,12 +225,14 @@ void CGridCtrl::MovePixels(const Direction& direction, int expectedFirst, int st
     InvalidateRect(&uncovered);
 }
 
-// As many line requests would, but the way is not shown.
+// As many line requests would, but the way is not shown. What lies between the position and the first index
+// stays.
 void CGridCtrl::JumpLines(int bar, int lines) {
     const Direction direction = DirectionOf(bar);
-    const int last = direction.axis.Count() - 1;
-    const int first = std::clamp(direction.FirstOf(*this) + lines, direction.fixedCount,
-                                 std::max(last, direction.fixedCount));
-    const LONGLONG position = direction.axis.OffsetOf(first) - direction.fixedSize;
-    ScrollTo(direction, ToRange(std::min<LONGLONG>(position, direction.maximum)), direction.fixedSize);
+    const int first = direction.FirstOf(*this);
+    const int last = std::max(direction.axis.Count() - 1, direction.fixedCount);
+    const int target = std::clamp(first + lines, direction.fixedCount, last);
+    const LONGLONG way = direction.axis.OffsetOf(target) - direction.axis.OffsetOf(first);
+    const LONGLONG position = std::clamp<LONGLONG>(GetScrollPosition(bar) + way, 0, direction.maximum);
+    ScrollTo(direction, ToRange(position), direction.fixedSize);
 }

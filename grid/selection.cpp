@@ -4,7 +4,30 @@
 
 // The focus cell and the selected cells.
 
+// Which cells show, asked once for many.
+class CGridCtrl::ShownCells {
+  public:
+    explicit ShownCells(const CGridCtrl& grid)
+        : m_grid(grid), m_visible(grid.IsDrawn() ? grid.GetVisibleScrollRange() : CGridRange()) {}
+
+    bool Contains(CGridPos cell) const {
+        return m_grid.IsDrawn() &&
+               (cell.row < m_grid.m_fixedRowCount ||
+                IsBetween(cell.row, m_visible.minRow, m_visible.maxRow)) &&
+               (cell.col < m_grid.m_fixedColCount || IsBetween(cell.col, m_visible.minCol, m_visible.maxCol));
+    }
+
+  private:
+    static bool IsBetween(int index, int first, int last) { return index >= first && index <= last; }
+
+    const CGridCtrl& m_grid;
+    CGridRange m_visible;
+};
+
+// A handler of the first notification may put the focus back or move it on.
 CGridPos CGridCtrl::SetFocusCell(CGridPos cell) {
+    if (!IsValid(cell))
+        cell = CGridPos();
     if (cell == m_focusCell)
         return m_focusCell;
     const CGridPos former = m_focusCell;
@@ -14,11 +37,10 @@ CGridPos CGridCtrl::SetFocusCell(CGridPos cell) {
     const Life life(*this);
     if (IsValid(former)) {
         NotifyParent(former.row, former.col, GridNotifyFocusLeaving);
-        if (!life)
+        if (!life.Exists())
             return former;
-        ShowFocusAt(former, false, rowChanges, columnChanges);
+        ShowFocusAt(former, former == m_focusCell, rowChanges, columnChanges);
     }
-    // A handler of the notification may have moved the focus on.
     if (IsValid(cell) && m_focusCell == cell) {
         ShowFocusAt(cell, true, rowChanges, columnChanges);
         NotifyParent(cell.row, cell.col, GridNotifyFocusChanged);
@@ -38,42 +60,64 @@ void CGridCtrl::ShowFocusAt(CGridPos cell, bool hasFocus, bool rowChanges, bool 
 }
 
 void CGridCtrl::ClearSelection() {
+    m_prevSelectedCells.clear();
     SelectRange(-1, -1, -1, -1);
     SetFocusCell(-1, -1);
+}
+
+// Before rows or columns move: nothing may stay selected, even where selecting is switched off. False when
+// the grid, or its window, went in a notification.
+bool CGridCtrl::DropSelection() {
+    const ShownCells shown(*this);
+    m_prevSelectedCells.clear();
+    for (const auto& [key, cell] : m_selectedCells) {
+        CellAt(cell.row, cell.col)->state &= ~GridStateSelected;
+        if (shown.Contains(cell))
+            InvalidateCell(cell);
+    }
+    m_selectedCells.clear();
+    m_selectionStartCell = CGridPos();
+    const Life life(*this);
+    SetFocusCell(-1, -1);
+    return static_cast<bool>(life);
 }
 
 void CGridCtrl::SelectRange(const CGridRange& range, BOOL bForceRepaint) {
     SelectRange(range.minRow, range.minCol, range.maxRow, range.maxCol, bForceRepaint);
 }
 
-// Cells that stay selected are not repainted.
+// Cells that stay selected look the same and are left alone, and so are those that do not show.
 void CGridCtrl::SelectRange(int minRow, int minCol, int maxRow, int maxCol, BOOL bForceRepaint) {
     if (!m_enableSelection)
         return;
-    const CGridRange range(minRow, minCol, maxRow, maxCol);
+    const CGridRange asked(minRow, minCol, maxRow, maxCol);
+    const CGridRange range = IsValid(asked) ? asked : CGridRange();
+    const ShownCells shown(*this);
     const auto repaint = [&](CGridPos cell) {
-        bForceRepaint ? RedrawCell(cell.row, cell.col) : InvalidateCell(cell);
+        if (shown.Contains(cell))
+            bForceRepaint ? RedrawCell(cell.row, cell.col) : InvalidateCell(cell);
     };
-    const CellMap former = m_selectedCells;
-    for (const auto& [key, cell] : former) {
-        SetItemState(cell.row, cell.col, GetItemState(cell.row, cell.col) & ~GridStateSelected);
-        if (!range.Contains(cell))
-            repaint(cell);
+    const bool keepsFormer = !m_singleRowSelection;
+    for (auto at = m_selectedCells.begin(); at != m_selectedCells.end();) {
+        const auto [key, cell] = *at;
+        if (range.Contains(cell) || (keepsFormer && m_prevSelectedCells.contains(key))) {
+            ++at;
+            continue;
+        }
+        CellAt(cell.row, cell.col)->state &= ~GridStateSelected;
+        at = m_selectedCells.erase(at);
+        repaint(cell);
     }
     const auto select = [&](CGridPos cell) {
         const UINT state = GetItemState(cell.row, cell.col);
-        if ((state & GridStateSelected) != 0)
-            return;
-        SetItemState(cell.row, cell.col, state | GridStateSelected);
-        repaint(cell);
+        if ((state & GridStateSelected) == 0 && SetItemState(cell.row, cell.col, state | GridStateSelected))
+            repaint(cell);
     };
-    if (!m_singleRowSelection)
+    if (keepsFormer)
         for (const auto& [key, cell] : m_prevSelectedCells)
             select(cell);
-    if (!IsValid(range))
-        return;
-    for (int row = minRow; row <= maxRow; ++row)
-        for (int col = minCol; col <= maxCol; ++col)
+    for (int row = range.minRow; row >= 0 && row <= range.maxRow; ++row)
+        for (int col = range.minCol; col <= range.maxCol; ++col)
             select({row, col});
 }
 
@@ -132,6 +176,10 @@ void CGridCtrl::ExtendSelection(CGridPos cell) {
         default:
             break;
     }
+}
+
+void CGridCtrl::OnUpdateEditSelectAll(CCmdUI* pCmdUI) {
+    pCmdUI->Enable(m_enableSelection);
 }
 
 void CGridCtrl::OnEditSelectAll() {

@@ -11,7 +11,8 @@
 
 namespace {
 
-// A row of a sort by text: its first eight bytes as a number, which settles most comparisons, and the text.
+// A row of a sort by text: its first eight bytes as a number, which settles most comparisons, and the text,
+// of which what follows a zero byte does not count.
 struct TextKey {
     std::uint64_t prefix;
     CString text;
@@ -19,6 +20,7 @@ struct TextKey {
 };
 
 std::uint64_t PrefixOf(std::string_view text) {
+    text = text.substr(0, text.find('\0'));
     std::uint64_t prefix = 0;
     for (std::size_t i = 0; i < sizeof prefix; ++i)
         prefix = prefix << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
@@ -53,8 +55,7 @@ void CGridCtrl::ArrangeRows(const Keys& keys) {
 }
 
 BOOL CGridCtrl::SortRowsByText(int col, BOOL bAscending) {
-    ClearSelection();
-    if (col < 0 || col >= GetColumnCount() || GetRowCount() - m_fixedRowCount < 2)
+    if (!DropSelection() || col < 0 || col >= GetColumnCount() || GetRowCount() - m_fixedRowCount < 2)
         return FALSE;
     std::vector<TextKey> keys;
     keys.reserve(static_cast<std::size_t>(GetRowCount() - m_fixedRowCount));
@@ -69,15 +70,19 @@ BOOL CGridCtrl::SortRowsByText(int col, BOOL bAscending) {
 }
 
 BOOL CGridCtrl::SortRowsByData(Compare compare, int col, BOOL bAscending, LPARAM data) {
-    ClearSelection();
-    if (compare == nullptr || col < 0 || col >= GetColumnCount() || GetRowCount() - m_fixedRowCount < 2)
+    if (!DropSelection() || compare == nullptr || col < 0 || col >= GetColumnCount() ||
+        GetRowCount() - m_fixedRowCount < 2)
         return FALSE;
     std::vector<DataKey> keys;
     for (int row = m_fixedRowCount; row < GetRowCount(); ++row)
         keys.push_back({GetItemData(row, col), row});
+    const Life life(*this);
+    const int rows = GetRowCount();
     kortavin::grid::SortByPartition(keys, bAscending != FALSE, [&](const DataKey& a, const DataKey& b) {
         return compare(a.data, b.data, data);
     });
+    if (!life.Exists() || GetRowCount() != rows)
+        return FALSE;  // the comparison took them away
     ArrangeRows(keys);
     return TRUE;
 }

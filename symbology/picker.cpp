@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "framework/window/colordialog.h"
+#include "framework/window/window.h"
 
 namespace kortavin::symbology {
 
@@ -32,6 +33,10 @@ int SelectedItem(const CComboBox& combo) {
 void RepaintParent(const CWnd& control) {
     if (CWnd* parent = control.GetParent(); parent != nullptr)
         parent->RedrawWindow(nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+}
+
+bool WindowGuard::IsThere() const {
+    return window::IsWindow(m_window) && m_window->Object() == m_control;
 }
 
 std::optional<COLORREF> ChooseColor(COLORREF initial) {

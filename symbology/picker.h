@@ -35,6 +35,17 @@ void RepaintParent(const CWnd& control);
 // Runs the colour chooser; nothing when the user cancels. Throws CResourceException when it cannot open.
 std::optional<COLORREF> ChooseColor(COLORREF initial);
 
+// Whether a control still exists after a chooser ran, in whose loop its host may have destroyed it.
+class WindowGuard {
+  public:
+    explicit WindowGuard(const CWnd& control) : m_control(&control), m_window(control.m_hWnd) {}
+    bool IsThere() const;
+
+  private:
+    const CWnd* m_control;
+    HWND m_window;
+};
+
 // Puts a context's pen and brush back at the end of the scope. To be declared behind the objects that are
 // selected meanwhile, so that these are still there when they are deselected.
 class SelectionGuard {

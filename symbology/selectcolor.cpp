@@ -29,7 +29,9 @@ void CSelectColor::OnPaint() {
 }
 
 void CSelectColor::OnLButtonDown(UINT, CPoint) {
-    if (const auto chosen = ChooseColor(m_Color))
+    const WindowGuard guard(*this);
+    if (const auto chosen = ChooseColor(m_Color); chosen && guard.IsThere())
         SetColor(*chosen);
-    Default();
+    if (guard.IsThere())
+        Default();
 }

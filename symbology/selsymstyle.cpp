@@ -132,7 +132,8 @@ void CSelSymStyle::OnLButtonDown(UINT, CPoint point) {
         Default();
         return;
     }
-    if (const auto chosen = ChooseColor(m_Color)) {
+    const WindowGuard guard(*this);
+    if (const auto chosen = ChooseColor(m_Color); chosen && guard.IsThere()) {
         (inColor ? m_Color : m_BGColor) = *chosen;
         RedrawWindow(nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     }

@@ -49,15 +49,30 @@ void MakeApplication() {
     QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
+constinit bool s_isProcessEnding = false;
+
+// Destroyed before what Qt made for its application, and after the static objects that were made later.
+struct EndOfProcess {
+    EndOfProcess() = default;
+    ~EndOfProcess() { s_isProcessEnding = true; }
+    EndOfProcess(const EndOfProcess&) = delete;
+    EndOfProcess& operator=(const EndOfProcess&) = delete;
+};
+
 }  // namespace
 
 void RequireApplication() {
     if (QCoreApplication::instance() == nullptr)
         MakeApplication();
+    [[maybe_unused]] static const EndOfProcess end;
     if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
         ThrowNoWindows(TextId::NotForWindows);
     if (QThread::currentThread() != QCoreApplication::instance()->thread())
         ThrowNoWindows(TextId::WrongThread);
+}
+
+bool CanTouchWidgets() {
+    return QCoreApplication::instance() != nullptr && !s_isProcessEnding;
 }
 
 }  // namespace kortavin::qt

@@ -1,12 +1,15 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 #include <typeinfo>
 
 #include "framework/qt/qttoolkit.h"
 #include "framework/qt/qtwidgets.h"
 #include "framework/qt/window.h"
 #include "framework/window/combobox.h"
+#include "framework/window/edit.h"
 
 namespace kortavin::qt {
 namespace {
@@ -16,6 +19,9 @@ window::WindowKind KindOf(const QWidget& widget) {
         return window::WindowKind::ComboBox;
     if (qobject_cast<const QAbstractButton*>(&widget) != nullptr)
         return window::WindowKind::Button;
+    if (qobject_cast<const QLineEdit*>(&widget) != nullptr ||
+        qobject_cast<const QPlainTextEdit*>(&widget) != nullptr)
+        return window::WindowKind::Edit;
     return qobject_cast<const QLabel*>(&widget) != nullptr ? window::WindowKind::Static
                                                            : window::WindowKind::Plain;
 }
@@ -28,14 +34,20 @@ std::unique_ptr<QtWindow> Attach(window::Window& window, QWidget& widget) {
             return AttachButton(window, static_cast<QAbstractButton&>(widget));
         case window::WindowKind::Static:
             return AttachLabel(window, widget);
+        case window::WindowKind::Edit:
+            if (auto* const text = qobject_cast<QPlainTextEdit*>(&widget); text != nullptr)
+                return AttachTextEdit(window, *text);
+            return AttachLineEdit(window, static_cast<QLineEdit&>(widget));
         default:
             return std::make_unique<QtWindow>(window, widget, QtWindow::Ownership::Hosts);
     }
 }
 
-// A class derived from CComboBox draws its items.
-DWORD StyleFor(const CWnd& object, window::WindowKind kind) {
+// A class derived from CComboBox draws its items; an edit box of several lines breaks them by Enter.
+DWORD StyleFor(const CWnd& object, window::WindowKind kind, const QWidget& widget) {
     constexpr DWORD kBasic = WS_CHILD | WS_VISIBLE;
+    if (qobject_cast<const QPlainTextEdit*>(&widget) != nullptr)
+        return kBasic | ES_MULTILINE | ES_WANTRETURN;
     if (kind != window::WindowKind::ComboBox)
         return kBasic;
     const bool drawsItems =
@@ -45,16 +57,6 @@ DWORD StyleFor(const CWnd& object, window::WindowKind kind) {
 
 HWND MakeWindowOf(QWidget& widget, const window::WindowPlace& place) {
     return window::Window::Create(place, [&widget](window::Window& made) { return Attach(made, widget); });
-}
-
-// Makes one that only stands for the widget, where it has none.
-HWND RequireWindowOf(QWidget* widget) {
-    if (widget == nullptr)
-        return nullptr;
-    const QtWindow* const existing = QtWindow::Of(widget);
-    return existing != nullptr
-               ? &existing->GetWindow()
-               : MakeWindowOf(*widget, {window::WindowKind::Plain, nullptr, nullptr, 0, WS_VISIBLE});
 }
 
 bool IsFree(const QtWindow* existing, window::WindowKind kind) {
@@ -76,6 +78,15 @@ bool IsQtInUse() {
 
 }  // namespace
 
+HWND RequireWindowOf(QWidget* widget) {
+    if (widget == nullptr)
+        return nullptr;
+    const QtWindow* const existing = QtWindow::Of(widget);
+    return existing != nullptr
+               ? &existing->GetWindow()
+               : MakeWindowOf(*widget, {window::WindowKind::Plain, nullptr, nullptr, 0, WS_VISIBLE});
+}
+
 QWidget* WidgetOf(const CWnd& object) {
     const HWND window = object.GetSafeHwnd();
     const auto* const own = window != nullptr ? dynamic_cast<const QtWindow*>(&window->Native()) : nullptr;
@@ -88,7 +99,7 @@ BOOL AttachTo(CWnd& object, QWidget& widget, UINT id) {
         return FALSE;
     if (QtWindow::Of(&widget) == nullptr)
         MakeWindowOf(widget, {kind, RequireWindowOf(widget.parentWidget()), nullptr, static_cast<int>(id),
-                              StyleFor(object, kind)});
+                              StyleFor(object, kind, widget)});
     QtWindow& own = *QtWindow::Of(&widget);
     own.GetWindow().SetId(static_cast<int>(id));
     own.BeginReporting();

@@ -6,7 +6,6 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QThread>
 #include <utility>
 
 #include "framework/qt/colors.h"
@@ -45,12 +44,6 @@ void NameButtons(QDialog& box) {
             button->setText(ToQt(resources::Text(text)));
 }
 
-bool CanOpenBoxes() {
-    const auto* application = qobject_cast<QApplication*>(QCoreApplication::instance());
-    return application != nullptr && !QCoreApplication::closingDown() &&
-           application->thread() == QThread::currentThread();
-}
-
 }  // namespace
 
 QWidget* WindowBelowBox(QWidget* named) {
@@ -61,8 +54,6 @@ QWidget* WindowBelowBox(QWidget* named) {
 }
 
 int ShowMessageBox(std::string_view text, QWidget* parent) {
-    if (!CanOpenBoxes())
-        return IDOK;
     const ModalBox<QMessageBox> box(parent);
     box->setTextFormat(Qt::PlainText);
     box->setText(ToQt(text));
@@ -73,10 +64,9 @@ int ShowMessageBox(std::string_view text, QWidget* parent) {
 }
 
 std::optional<COLORREF> ChooseColor(const window::ColorRequest& request, QWidget* parent) {
-    if (!CanOpenBoxes())
-        throw CResourceException(resources::Text(resources::TextId::NoColorChooser));
     const ModalBox<QColorDialog> box(parent);
-    // Qt's own chooser always shows its part for custom colours; the desktop's may lack it.
+    // Qt's own chooser always shows its part for custom colours, as if `fullOpen` were asked for; the
+    // desktop's may lack it.
     box->setOption(QColorDialog::DontUseNativeDialog);
     box->setCurrentColor(ToQt(request.preselect ? request.initial : RGB(0, 0, 0)));
     NameButtons(*box);

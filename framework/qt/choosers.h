@@ -17,7 +17,7 @@ QWidget* WindowBelowBox(QWidget* named);
 // A plain text with one button; answers IDOK.
 int ShowMessageBox(std::string_view text, QWidget* parent);
 
-// Of the request all but its parent. CResourceException when the chooser cannot open.
+// Of the request all but its parent; the part for custom colours is always open.
 std::optional<COLORREF> ChooseColor(const window::ColorRequest& request, QWidget* parent);
 
 }  // namespace kortavin::qt

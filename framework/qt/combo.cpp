@@ -6,8 +6,8 @@
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 #include <algorithm>
+#include <utility>
 
-#include "framework/qt/colors.h"
 #include "framework/qt/comboaccess.h"
 #include "framework/qt/font.h"
 
@@ -36,6 +36,13 @@ int FrameHeight(const QComboBox& combo) {
     return std::clamp(kAmple - FieldRect(combo, option).height(), 0, kAmple);
 }
 
+// With Enter, and when the focus leaves, Qt would select an item whose text the field has, as if by the user.
+void MakeEditable(QComboBox& combo) {
+    combo.setEditable(true);
+    PrepareLine(*combo.lineEdit());
+    QObject::disconnect(combo.lineEdit(), &QLineEdit::editingFinished, &combo, nullptr);
+}
+
 }  // namespace
 
 QtCombo::QtCombo(window::Window& window, QComboBox& combo, Ownership ownership)
@@ -46,7 +53,7 @@ QtCombo::QtCombo(window::Window& window, QComboBox& combo, Ownership ownership)
                combo.view()->minimumWidth(), combo.accessibleDescription()} {
     combo.setInsertPolicy(QComboBox::NoInsert);
     if (combo.isEditable())
-        combo.setCompleter(nullptr);
+        TakeCompleter(combo);
     if (IsOwnerDrawn())
         UseDelegate();
     AttachComboAccess(combo);
@@ -65,10 +72,27 @@ QtCombo::~QtCombo() {
     DetachComboAccess(*combo);
     combo->setInsertPolicy(m_former.insertPolicy);
     if (combo->isEditable())
-        combo->setCompleter(m_former.completer);
+        GiveBackCompleter(*combo);
     combo->setMinimumHeight(m_former.minimumHeight);
     combo->view()->setMinimumWidth(m_former.listWidth);
     combo->setAccessibleDescription(m_former.accessibleDescription);
+}
+
+// An edit line deletes the completer that it owns when it gets another one.
+void QtCombo::TakeCompleter(QComboBox& combo) {
+    if (QCompleter* const completer = m_former.completer; completer != nullptr) {
+        disconnect(completer, nullptr, &combo, nullptr);
+        m_former.isLinesCompleter = !m_isOurs && completer->parent() == combo.lineEdit();
+        if (m_former.isLinesCompleter)
+            completer->setParent(this);
+    }
+    combo.setCompleter(nullptr);
+}
+
+void QtCombo::GiveBackCompleter(QComboBox& combo) {
+    combo.setCompleter(m_former.completer);
+    if (m_former.completer != nullptr && m_former.isLinesCompleter)
+        m_former.completer->setParent(combo.lineEdit());
 }
 
 QComboBox* QtCombo::Combo() const {
@@ -76,8 +100,9 @@ QComboBox* QtCombo::Combo() const {
 }
 
 void QtCombo::Connect(QComboBox& combo) {
-    connect(&combo, &QComboBox::activated, this, [this] { OnActivated(); });
-    connect(&combo, &QComboBox::currentIndexChanged, this, [this] { Announce(); });
+    connect(&combo, &QComboBox::activated, this, [this] { window::Guarded([this] { OnActivated(); }); });
+    connect(&combo, &QComboBox::currentIndexChanged, this,
+            [this] { window::Guarded([this] { Announce(); }); });
     if (combo.isEditable())
         connect(combo.lineEdit(), &QLineEdit::textEdited, this, [this] { Notify(CBN_EDITCHANGE); });
     combo.view()->window()->installEventFilter(this);
@@ -97,8 +122,12 @@ void QtCombo::Notify(WORD code) {
 }
 
 bool QtCombo::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Widget() && event->type() == QEvent::FontChange && !m_isOurs && !m_isSettingFont)
+        window::Guarded([this] { TakeFont(); });
     if (watched == Widget())
-        return QtWindow::eventFilter(watched, event);
+        return m_field != nullptr && ComboField::IsConcernedBy(*event)
+                   ? m_field->TakeEvent(*event)
+                   : QtWindow::eventFilter(watched, event);
     if (event->type() == QEvent::Show)
         Notify(CBN_DROPDOWN);
     else if (event->type() == QEvent::Hide)
@@ -119,7 +148,7 @@ void QtCombo::PaintClosedBox(QComboBox& combo) {
     const QStyleOptionComboBox option = OptionOf(combo);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
     QRect field = FieldRect(combo, option);
-    painter.fillRect(field, ToQt(SystemColor(COLOR_WINDOW)));
+    painter.fillRect(field, combo.palette().color(QPalette::Base));
     if (m_fieldHeight > 0) {
         field.translate(0, (field.height() - m_fieldHeight) / 2);
         field.setHeight(m_fieldHeight);
@@ -127,11 +156,20 @@ void QtCombo::PaintClosedBox(QComboBox& combo) {
     const bool isMarked = combo.hasFocus() && !IsListOpen();
     const UINT state =
         ODS_COMBOBOXEDIT | (isMarked ? ODS_SELECTED | ODS_FOCUS : 0) | (combo.isEnabled() ? 0 : ODS_DISABLED);
-    DrawComboItem(GetWindow(), painter, field, combo.currentIndex(), state);
+    DrawComboItem(GetWindow(), painter, combo.palette(), field, combo.currentIndex(), state);
 }
 
 void QtCombo::SetFont(const CFont& font) {
+    const bool wasSettingFont = std::exchange(m_isSettingFont, true);
     QtWindow::SetFont(font);
+    m_isSettingFont = wasSettingFont;
+    FollowFieldHeight();
+}
+
+// The host's, in which the control draws its items.
+void QtCombo::TakeFont() {
+    if (const QComboBox* const combo = Combo(); combo != nullptr)
+        GetWindow().SetFont(CFont(DescriptionOf(combo->font())));
     FollowFieldHeight();
 }
 
@@ -213,16 +251,32 @@ bool QtCombo::IsListOpen() const {
     return combo != nullptr && combo->view()->isVisible();
 }
 
+std::unique_ptr<window::NativeWindow> QtCombo::MakeEditField(window::Window& field) {
+    const QComboBox* const combo = Combo();
+    if (combo == nullptr || !combo->isEditable())
+        return nullptr;
+    auto made = std::make_unique<ComboField>(field, *this, *combo->lineEdit());
+    m_field = made.get();
+    made->BeginReporting();
+    return made;
+}
+
+QtWindow& QtCombo::KeyReceiver() {
+    return m_field != nullptr ? static_cast<QtWindow&>(*m_field) : *this;
+}
+
 std::unique_ptr<QtWindow> MakeCombo(window::Window& window, const window::WindowRequest& request) {
     auto* const combo = new QComboBox(ParentWidget(request));
     combo->hide();
-    combo->setEditable((request.style & CBS_DROPDOWNLIST) == CBS_DROPDOWN);
+    if ((request.style & CBS_DROPDOWNLIST) == CBS_DROPDOWN)
+        MakeEditable(*combo);
     return std::make_unique<QtCombo>(window, *combo, QtWindow::Ownership::Ours);
 }
 
 std::unique_ptr<QtWindow> AttachCombo(window::Window& window, QComboBox& widget) {
-    window.SetFont(CFont(DescriptionOf(widget.font())));  // in which the control draws its items
-    return std::make_unique<QtCombo>(window, widget, QtWindow::Ownership::Hosts);
+    auto combo = std::make_unique<QtCombo>(window, widget, QtWindow::Ownership::Hosts);
+    combo->TakeFont();
+    return combo;
 }
 
 }  // namespace kortavin::qt

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "framework/qt/combodelegate.h"
+#include "framework/qt/combofield.h"
 #include "framework/qt/window.h"
 #include "framework/window/styles.h"
 
@@ -18,9 +19,11 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
     ~QtCombo() override;
 
     window::NativeCombo* AsCombo() override { return this; }
+    QtWindow& KeyReceiver() override;
     void SetText(std::string_view text) override;  // of the edit field, if there is one
     CString GetText() const override;
     void SetFont(const CFont& font) override;
+    void TakeFont();
 
     int Count() const override;
     void Insert(int index, std::string_view text) override;
@@ -36,6 +39,7 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
     bool IsListOpen() const override;
     void SetItemAccessibleName(int index, std::string_view name) override;
     void SetEditSelection(int first, int last) override;
+    std::unique_ptr<window::NativeWindow> MakeEditField(window::Window& field) override;
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -49,6 +53,8 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
     // Covers a cell of a grid: it is as high as its field, and unframed.
     bool IsCellEditor() const { return m_isOurs && !IsOwnerDrawn() && m_fieldHeight > 0; }
     void Connect(QComboBox& combo);
+    void TakeCompleter(QComboBox& combo);
+    void GiveBackCompleter(QComboBox& combo);
     void UseDelegate();
     void Notify(WORD code);
     void OnActivated();
@@ -67,15 +73,18 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
         int minimumHeight = 0;
         int listWidth = 0;
         QString accessibleDescription;
+        bool isLinesCompleter = false;  // the edit line owned it
     };
 
     bool m_isOurs;
     Former m_former;
     std::unique_ptr<ComboDelegate> m_delegate;
+    QPointer<ComboField> m_field;
     KeptText m_editText;
     int m_fieldHeight = 0;  // 0: not set
     int m_itemHeight = 0;
     bool m_hasItemNames = false;
+    bool m_isSettingFont = false;
 };
 
 }  // namespace kortavin::qt

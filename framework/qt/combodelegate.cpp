@@ -6,6 +6,7 @@
 #include "framework/qt/colors.h"
 #include "framework/qt/geometry.h"
 #include "framework/qt/painter.h"
+#include "framework/qt/window.h"
 #include "framework/window/dc.h"
 
 namespace kortavin::qt {
@@ -22,11 +23,12 @@ UINT ItemState(QStyle::State state) {
 
 }  // namespace
 
-void DrawComboItem(window::Window& control, QPainter& painter, const QRect& rect, int item, UINT state) {
-    window::Guarded([&] {
+void DrawComboItem(window::Window& control, QPainter& painter, const QPalette& palette, const QRect& rect,
+                   int item, UINT state) {
+    static_cast<QtWindow&>(control.Native()).GuardPainting(item, [&] {
         CDC dc(std::make_unique<QtPainter>(painter, rect), &control.Font());
-        dc.SetTextColor(SystemColor(COLOR_WINDOWTEXT));
-        dc.SetBkColor(SystemColor(COLOR_WINDOW));
+        dc.SetTextColor(FromQt(palette.color(QPalette::Text)));
+        dc.SetBkColor(FromQt(palette.color(QPalette::Base)));
         DRAWITEMSTRUCT request;
         request.CtlType = ODT_COMBOBOX;
         request.CtlID = static_cast<UINT>(control.Id());
@@ -36,7 +38,7 @@ void DrawComboItem(window::Window& control, QPainter& painter, const QRect& rect
         request.hwndItem = &control;
         request.hDC = &dc;
         request.rcItem = FromQt(rect);
-        Report(control, WM_DRAWITEM, request.CtlID, reinterpret_cast<LPARAM>(&request));
+        control.OfferToControl(WM_DRAWITEM, request.CtlID, reinterpret_cast<LPARAM>(&request));
     });
 }
 
@@ -53,9 +55,12 @@ void ComboDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
     const bool isCurrent = (option.state & QStyle::State_Selected) != 0;
     const QRect item = option.rect.adjusted(kFrameWidth, kFrameWidth, -kFrameWidth, -kFrameWidth);
-    painter->fillRect(option.rect, ToQt(SystemColor(isCurrent ? COLOR_HIGHLIGHT : COLOR_WINDOW)));
-    painter->fillRect(item, ToQt(SystemColor(COLOR_WINDOW)));
-    DrawComboItem(*m_drawnBy, *painter, item, index.row(), ItemState(option.state));
+    QPalette palette = option.palette;
+    palette.setCurrentColorGroup((option.state & QStyle::State_Enabled) != 0 ? QPalette::Active
+                                                                             : QPalette::Disabled);
+    painter->fillRect(option.rect, palette.color(isCurrent ? QPalette::Highlight : QPalette::Base));
+    painter->fillRect(item, palette.color(QPalette::Base));
+    DrawComboItem(*m_drawnBy, *painter, palette, item, index.row(), ItemState(option.state));
 }
 
 QSize ComboDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -5,12 +5,14 @@
 #include "framework/window/window.h"
 
 class QPainter;
+class QPalette;
 
 namespace kortavin::qt {
 
 // Has the control draw one of its items (-1: none, in the selection field) in `rect` of what the painter
-// paints in. `state`: ODS_ bits.
-void DrawComboItem(window::Window& control, QPainter& painter, const QRect& rect, int item, UINT state);
+// paints in, with the current colours of the palette. `state`: ODS_ bits.
+void DrawComboItem(window::Window& control, QPainter& painter, const QPalette& palette, const QRect& rect,
+                   int item, UINT state);
 
 // The items of a combo's list at a height that was set. Drawn by the control itself when there is one to ask:
 // such items show no selection, so the current one stands in a frame, for which there is room around each.

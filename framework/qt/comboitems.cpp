@@ -22,8 +22,12 @@ CString BytesOf(const QComboBox& combo, int index) {
 }  // namespace
 
 void QtCombo::SetText(std::string_view text) {
-    if (QComboBox* const combo = Combo(); combo != nullptr && combo->isEditable())
-        combo->setEditText(m_editText.Set(text));
+    QComboBox* const combo = Combo();
+    if (combo == nullptr || !combo->isEditable())
+        return;
+    combo->setEditText(m_editText.Set(text));
+    m_editText.ShowsAs(combo->currentText());
+    combo->lineEdit()->setCursorPosition(0);
 }
 
 CString QtCombo::GetText() const {
@@ -34,8 +38,11 @@ CString QtCombo::GetText() const {
 }
 
 void QtCombo::OnActivated() {
-    if (const QComboBox* const combo = Combo(); combo != nullptr)
+    if (const QComboBox* const combo = Combo(); combo != nullptr) {
         m_editText.Set(BytesOf(*combo, combo->currentIndex()).View());
+        if (combo->isEditable())
+            combo->lineEdit()->selectAll();  // to be typed over
+    }
     Notify(CBN_SELCHANGE);
 }
 

@@ -76,8 +76,13 @@ void QtDialog::Run() {
         return;
     QEventLoop loop;
     m_loop = &loop;
+    const QPointer<QtDialog> alive(this);
     Widget()->show();
-    loop.exec(QEventLoop::DialogExec);
+    // A loop forgets that it was told to end before it began.
+    if (alive != nullptr && !m_hasEnded)
+        loop.exec(QEventLoop::DialogExec);
+    if (alive != nullptr)
+        m_loop = nullptr;
 }
 
 void QtDialog::End() {

@@ -4,7 +4,9 @@
 #include <QPaintEvent>
 #include <QWheelEvent>
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
+#include <exception>
 #include <utility>
 
 #include "framework/qt/capture.h"
@@ -17,6 +19,8 @@
 
 namespace kortavin::qt {
 namespace {
+
+constexpr int kWholeWindow = INT_MIN;  // as what is painted
 
 bool IsInput(QEvent::Type type) {
     switch (type) {
@@ -67,11 +71,33 @@ QtWindow::Outcome QtWindow::ReportEvent(QEvent* event, UINT message, WPARAM wPar
     const QPointer<QtWindow> alive(this);
     ReportedEvent reported{event, message, wParam, lParam, m_reported};
     m_reported = &reported;
-    window::Report(m_window, message, wParam, lParam);
+    if (message == WM_PAINT)
+        GuardPainting(kWholeWindow, [this] { window::SendMessage(&m_window, WM_PAINT); });
+    else
+        window::Report(m_window, message, wParam, lParam);
     if (alive == nullptr)
         return Outcome::Gone;
     m_reported = reported.outer;
     return reported.wasHanded ? Outcome::Handed : Outcome::Taken;
+}
+
+// What fails may lie outside of what was painted.
+void QtWindow::OnPainted(int part) {
+    if (part != kWholeWindow || m_paintRegion.boundingRect().contains(ClientArea()))
+        m_failingParts.erase(part);
+}
+
+void QtWindow::OnPaintError(int part) noexcept try {
+    const bool isKnown = !m_failingParts.empty();
+    m_failingParts.insert(part);
+    if (isKnown)
+        return;
+    const auto tell = [error = std::current_exception()] {
+        window::Guarded([&error] { std::rethrow_exception(error); });
+    };
+    QMetaObject::invokeMethod(qApp, tell, Qt::QueuedConnection);
+} catch (...) {
+    // No memory is left to tell it with.
 }
 
 LRESULT QtWindow::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -105,7 +131,11 @@ void QtWindow::HandOwnEvent(const window::Message& message) {
 
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
     bool isHandled = false;
-    window::Guarded([&] { isHandled = watched == m_widget && !IsLeftAlone() && Filter(*event); });
+    window::Guarded([&] {
+        if (watched == m_widget && event->type() == QEvent::ParentChange)
+            FollowParent();
+        isHandled = watched == m_widget && !IsLeftAlone() && Filter(*event);
+    });
     return isHandled;
 }
 

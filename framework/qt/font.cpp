@@ -20,9 +20,8 @@ constexpr const char* kChineseFamilies[] = {
 };
 
 // Names of Chinese fonts of other desktops, besides those that are written in Chinese.
-constexpr const char* kForeignChineseNames[] = {
-    "SimSun", "NSimSun", "SimHei", "KaiTi", "KaiTi_GB2312", "FangSong", "FangSong_GB2312", "Microsoft YaHei",
-};
+constexpr const char* kForeignChineseNames[] = {"SimSun",       "NSimSun",  "SimHei",         "KaiTi",
+                                                "KaiTi_GB2312", "FangSong", "FangSong_GB2312"};
 
 bool IsChineseName(const QString& family) {
     const auto isSame = [&](const char* name) {

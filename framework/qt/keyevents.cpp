@@ -25,6 +25,9 @@ class PressedKeys {
             Places().erase(found);
         return isHere;
     }
+    static void Forget(const window::Window& window) {
+        std::erase_if(Places(), [&window](const auto& place) { return place.second == &window; });
+    }
 
   private:
     static quint32 PlaceOf(const QKeyEvent& event) {
@@ -144,7 +147,8 @@ bool QtWindow::OnKeyPress(QKeyEvent& event) {
 }
 
 bool QtWindow::ReportKeyDown(QKeyEvent& event, bool isWanted) {
-    PressedKeys::Press(event, m_window);
+    if (!event.isAutoRepeat())
+        PressedKeys::Press(event, m_window);
     const bool isForCharacter = HasVisibleText(event) || (IsTab(event) && isWanted);
     return ReportEvent(isForCharacter ? nullptr : &event, WM_KEYDOWN, VirtualKeyOf(event), KeyParam(event)) !=
            Outcome::Gone;
@@ -165,7 +169,8 @@ void QtWindow::ReportTyped(const std::vector<WPARAM>& characters) {
     const QPointer<QtWindow> first(this);
     for (std::size_t i = 0; i < characters.size(); ++i) {
         QtWindow* const focus = i > 0 && top != nullptr ? Of(top->focusWidget()) : nullptr;
-        if (const QtWindow* const target = focus != nullptr ? focus : first.data(); target != nullptr)
+        const QtWindow* const target = focus != nullptr ? &focus->KeyReceiver() : first.data();
+        if (target != nullptr)
             window::Report(target->m_window, WM_CHAR, characters[i], 1);
     }
 }
@@ -181,7 +186,7 @@ bool QtWindow::BeginComposition(QInputMethodEvent& event) {
     if (alive == nullptr || m_widget == nullptr)
         return true;
     QWidget* const focus = m_widget->window()->focusWidget();
-    if (focus == nullptr || focus == m_widget)
+    if (focus == nullptr || focus == FocusTarget())
         return false;
     m_isComposing = false;
     QCoreApplication::sendEvent(focus, &event);
@@ -206,6 +211,10 @@ bool QtWindow::OnInputMethod(QInputMethodEvent& event) {
         HandToWidget(next);
     event.accept();
     return true;
+}
+
+void QtWindow::ForgetKeys() const {
+    PressedKeys::Forget(m_window);
 }
 
 bool QtWindow::OnKeyRelease(QKeyEvent& event) {

@@ -5,10 +5,10 @@
 #include <unistd.h>
 #include <xcb/xcb.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QLibraryInfo>
 #include <QPluginLoader>
 #include <algorithm>
 #include <memory>
@@ -62,10 +62,11 @@ bool HasWaylandServer() {
 }
 
 QStringList PluginFolders() {
-    QStringList folders = {qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH")};
-    for (const QString& folder : qEnvironmentVariable("QT_PLUGIN_PATH").split(QDir::listSeparator()))
+    QStringList folders;
+    if (const QString own = qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH"); !own.isEmpty())
+        folders.append(own);
+    for (const QString& folder : QCoreApplication::libraryPaths())  // QT_PLUGIN_PATH's and Qt's own
         folders.append(folder + "/platforms");
-    folders.append(QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms");
     return folders;
 }
 

@@ -15,8 +15,11 @@
 #include "framework/qt/geometry.h"
 #include "framework/qt/translation.h"
 #include "framework/qt/window.h"
+#include "framework/window/edit.h"
 #include "framework/window/keys.h"
+#include "framework/window/messagebox.h"
 #include "framework/window/styles.h"
+#include "resources/texts.h"
 
 namespace kortavin::qt {
 namespace {
@@ -48,6 +51,8 @@ std::unique_ptr<QtWindow> Make(window::Window& window, const window::WindowReque
         case window::WindowKind::ComboBox:
             return MakeCombo(window, request);
         case window::WindowKind::Edit:
+            return (request.style & ES_MULTILINE) != 0 ? MakeTextEdit(window, request)
+                                                       : MakeLineEdit(window, request);
         case window::WindowKind::Plain:
             break;
     }
@@ -166,12 +171,17 @@ void QtToolkit::EndModal(window::NativeWindow& dialog) {
     static_cast<QtDialog&>(dialog).End();
 }
 
+// An application that ends takes no box any more, nor is another one to be made for it.
 int QtToolkit::ShowMessageBox(std::string_view text, UINT /*type*/, window::NativeWindow* parent) {
+    if (QCoreApplication::closingDown())
+        return IDOK;
     Prepare();
     return qt::ShowMessageBox(text, WidgetOf(parent));
 }
 
 std::optional<COLORREF> QtToolkit::ChooseColor(const window::ColorRequest& request) {
+    if (QCoreApplication::closingDown())
+        throw CResourceException(resources::Text(resources::TextId::NoColorChooser));
     Prepare();
     return qt::ChooseColor(request, WidgetOf(request.parent));
 }
@@ -182,9 +192,10 @@ void QtToolkit::OnFocusChanged(const QWidget* former, const QWidget* now) {
         (now != nullptr && now->window()->windowType() == Qt::Popup))
         return;
     const HWND holder = window::FocusWindow();
-    if (const QtWindow* const gainer = QtWindow::Of(now); gainer != nullptr)
-        window::ReportFocus(&gainer->GetWindow());
-    else if (const QWidget* const widget = holder != nullptr ? WidgetOf(&holder->Native()) : nullptr;
+    if (QtWindow* const gainer = QtWindow::Of(now); gainer != nullptr)
+        window::ReportFocus(&gainer->KeyReceiver().GetWindow());
+    else if (const QWidget* const widget =
+                 holder != nullptr ? static_cast<QtWindow&>(holder->Native()).FocusTarget() : nullptr;
              widget != nullptr && WasIn(former, *widget))
         window::ReportFocus(nullptr);
 }

@@ -16,8 +16,9 @@ KORTAVIN_API QWidget* WidgetOf(const CWnd& window);
 
 // Attaches an object (a picker, a grid) to a widget that the host made, for example with a form: a combo box
 // to a QComboBox (CBS_DROPDOWNLIST, owner-drawn when the object's class is derived from CComboBox), a label
-// to a QLabel or plain QWidget, a button to a QAbstractButton, anything else to a plain QWidget. The widget
-// stays the host's, and its alone again when the object goes first. FALSE when either has a partner already.
+// to a QLabel or plain QWidget, a button to a QAbstractButton, an edit box to a QLineEdit or QPlainTextEdit,
+// anything else to a plain QWidget. The widget stays the host's, and its alone again when the object goes
+// first. FALSE when either has a partner already.
 KORTAVIN_API BOOL AttachTo(CWnd& window, QWidget& widget, UINT id = 0);
 
 // A window standing for a widget of the host, to be given as the parent of dialogs and message boxes. It

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "framework/qt/application.h"
+
 namespace kortavin::qt {
 namespace {
 
@@ -53,6 +55,8 @@ ScrollBars::ScrollBars(QWidget& widget, window::Window& window)
 
 // This may happen in the midst of a bar's own event.
 ScrollBars::~ScrollBars() {
+    if (!CanTouchWidgets())
+        return;
     for (QWidget* const widget : {static_cast<QWidget*>(m_bars[SB_HORZ].widget),
                                   static_cast<QWidget*>(m_bars[SB_VERT].widget), m_corner.data()})
         if (widget != nullptr) {

@@ -5,6 +5,31 @@
 #include "framework/base/codepage.h"
 
 namespace kortavin::qt {
+namespace {
+
+struct Place {
+    std::size_t bytes = 0;
+    qsizetype shown = 0;
+};
+
+// The last beginning of a character that is not behind the place that is looked for.
+template <class IsBehind>
+Place LastPlace(std::string_view gbk, LineBreaks breaks, IsBehind isBehind) {
+    Place place;
+    while (place.bytes < gbk.size()) {
+        const std::string_view rest = gbk.substr(place.bytes);
+        const bool isBreak = breaks == LineBreaks::AsOne && rest.starts_with("\r\n");
+        const auto character = rest.substr(0, isBreak ? 2 : base::CharacterLength(rest));
+        const Place next{place.bytes + character.size(),
+                         place.shown + (isBreak ? 1 : ToQt(character).size())};
+        if (isBehind(next))
+            break;
+        place = next;
+    }
+    return place;
+}
+
+}  // namespace
 
 QString ToQt(std::string_view gbk) {
     if (base::AsciiLength(gbk) == gbk.size())
@@ -18,9 +43,15 @@ CString FromQt(const QString& text) {
     return CString(base::Utf8ForMessage({utf8.constData(), static_cast<std::size_t>(utf8.size())}));
 }
 
-int QtOffset(std::string_view gbk, int byteOffset) {
-    const auto limit = std::min(gbk.size(), static_cast<std::size_t>(std::max(byteOffset, 0)));
-    return static_cast<int>(ToQt(base::CutAtCharacter(gbk, limit)).size());
+int QtOffset(std::string_view gbk, int byteOffset, LineBreaks breaks) {
+    const auto limit = static_cast<std::size_t>(std::max(byteOffset, 0));
+    return static_cast<int>(
+        LastPlace(gbk, breaks, [limit](const Place& place) { return place.bytes > limit; }).shown);
+}
+
+int ByteOffset(std::string_view gbk, int qtOffset, LineBreaks breaks) {
+    return static_cast<int>(
+        LastPlace(gbk, breaks, [qtOffset](const Place& place) { return place.shown > qtOffset; }).bytes);
 }
 
 const QString& KeptText::Set(std::string_view gbk) {

@@ -15,15 +15,18 @@ QString ToQt(std::string_view gbk);
 // Of text that the user entered or Qt made; half a surrogate pair becomes U+FFFD.
 CString FromQt(const QString& text);
 
-// Offsets of the same place: in GBK bytes (back to the beginning of their character) and in what ToQt makes
-// of them. Offsets outside count as the nearer end.
-int QtOffset(std::string_view gbk, int byteOffset);
+// Offsets of the same place: in GBK bytes and in what ToQt makes of them, back to the beginning of their
+// character. Offsets outside count as the nearer end. A CR LF may count as the one break that it shows as.
+enum class LineBreaks { AsCharacters, AsOne };
+int QtOffset(std::string_view gbk, int byteOffset, LineBreaks breaks = LineBreaks::AsCharacters);
+int ByteOffset(std::string_view gbk, int qtOffset, LineBreaks breaks = LineBreaks::AsCharacters);
 
 // A text that a widget shows. Its bytes are those that were set for as long as the widget still shows the
 // same.
 class KeptText {
   public:
-    const QString& Set(std::string_view gbk);  // answers what the widget is to show
+    const QString& Set(std::string_view gbk);                // answers what the widget is to show
+    void ShowsAs(const QString& shown) { m_shown = shown; }  // what the widget made of that
     CString Get(const QString& shown) const;
 
   private:

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "framework/qt/application.h"
 #include "framework/qt/capture.h"
 #include "framework/qt/font.h"
 #include "framework/qt/geometry.h"
@@ -26,6 +27,8 @@ std::unordered_map<const QObject*, QtWindow*>& WindowsByWidget() {
 
 // An own widget may be in the midst of an event, so it goes later.
 void TakeAway(QWidget& widget) {
+    if (!CanTouchWidgets())
+        return;
     const QtToolkit::FocusByProgram guard;
     if (QWidget* const focus = QApplication::focusWidget(); focus != nullptr && widget.isAncestorOf(focus))
         focus->clearFocus();
@@ -57,6 +60,7 @@ QtWindow::QtWindow(window::Window& window, QWidget& widget, Ownership ownership)
 
 QtWindow::~QtWindow() {
     WindowsByWidget().erase(m_key);
+    ForgetKeys();
     if (Capture::Holder() == this)
         Capture::End();
     if (m_widget == nullptr)
@@ -72,9 +76,29 @@ void QtWindow::OnWidgetGone() {
     window::ReportGone(m_window);
 }
 
+// A widget of the host is the host's alone again, unless the window is needed for itself.
+void QtWindow::ObjectLeft() {
+    if (m_ownership == Ownership::Hosts && m_window.Children().empty() && !m_window.WasAskedFor() &&
+        CanTouchWidgets())
+        m_window.Destroy();
+}
+
+// The host may put its widget into a form, or into another one, at any time.
+void QtWindow::FollowParent() {
+    if (m_ownership == Ownership::Hosts && (m_window.Object() != nullptr || m_window.Parent() != nullptr))
+        m_window.SetParent(RequireWindowOf(m_widget->parentWidget()));
+}
+
 QtWindow* QtWindow::Of(const QObject* widget) {
     const auto found = WindowsByWidget().find(widget);
     return found != WindowsByWidget().end() ? found->second : nullptr;
+}
+
+QWidget* QtWindow::FocusTarget() const {
+    QWidget* target = m_widget;
+    while (target != nullptr && target->focusProxy() != nullptr)
+        target = target->focusProxy();
+    return target;
 }
 
 void QtWindow::Begin(const window::WindowRequest& request) {

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "framework/qt/scrollbars.h"
@@ -18,8 +19,10 @@ class QAbstractButton;
 class QComboBox;
 class QInputMethodEvent;
 class QKeyEvent;
+class QLineEdit;
 class QMouseEvent;
 class QPaintEvent;
+class QPlainTextEdit;
 class QWheelEvent;
 
 namespace kortavin::qt {
@@ -44,6 +47,10 @@ class QtWindow : public QObject, public window::NativeWindow {
     static QtWindow* Of(const QObject* widget);
 
     QWidget* Widget() const { return m_widget; }  // null once it is gone
+    // The widget that has the focus for this one, which is a part of it; null as above.
+    QWidget* FocusTarget() const;
+    // The window to which the keys and the focus of this one's widget are reported.
+    virtual QtWindow& KeyReceiver() { return *this; }
     window::Window& GetWindow() const { return m_window; }
     // Of the innermost input event that is being reported; nothing when there is none.
     static std::optional<Qt::KeyboardModifiers> ModifiersOfEvent();
@@ -87,13 +94,31 @@ class QtWindow : public QObject, public window::NativeWindow {
     void StartTimer(UINT_PTR id, UINT milliseconds) override;
     void StopTimer(UINT_PTR id) override;
 
+    void ObjectLeft() override;
     void SetAccessibleText(std::string_view name, std::string_view description) override;
+
+    // Runs what paints the window or one part of it (of a combo box: an item). An error is told from the
+    // loop, not in the midst of painting, and once for as long as any part fails at each try.
+    template <class Body>
+    void GuardPainting(int part, Body&& body) noexcept {
+        const QPointer<QtWindow> alive(this);
+        try {
+            body();
+            if (alive != nullptr)
+                OnPainted(part);
+        } catch (...) {
+            if (alive != nullptr)
+                OnPaintError(part);
+        }
+    }
 
   protected:
     // Of the widget, and of what a derived class installs the filter on as well (it handles those first).
     bool eventFilter(QObject* watched, QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
+    // Whether an event is done with. Errors may leave this.
+    bool Filter(QEvent& event);
     // The widget's own handling of an event. It may end the life of everything here.
     virtual void HandToWidget(QEvent& event);
     // The keys that the widget itself is made for: the answer to WM_GETDLGCODE where no handler has one.
@@ -107,7 +132,6 @@ class QtWindow : public QObject, public window::NativeWindow {
     // Reports a message that `event` (null: none) stands behind: whether the widget handled it, the handler
     // took it or the window is gone.
     Outcome ReportEvent(QEvent* event, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-    bool Filter(QEvent& event);
     template <class Then>
     bool After(QEvent& event, Then then);
 
@@ -117,7 +141,10 @@ class QtWindow : public QObject, public window::NativeWindow {
     bool OnClose(QEvent& event);
     bool OnFocusIn();
     bool AskForCursor(UINT message);  // false: the window is gone
+    void OnPainted(int part);
+    void OnPaintError(int part) noexcept;
     void OnWidgetGone();
+    void FollowParent();
     int BorderWidth() const;  // around the client area and the bars
     QRect InnerArea() const;  // within the border
     bool IsLeftAlone() const;
@@ -135,6 +162,7 @@ class QtWindow : public QObject, public window::NativeWindow {
     void ReportTyped(const std::vector<WPARAM>& characters);
     bool Wants(const QKeyEvent& event);
     bool IsForDescendant() const;
+    void ForgetKeys() const;
     void HandOwnEvent(const window::Message& message);
 
     window::Window& m_window;
@@ -150,13 +178,17 @@ class QtWindow : public QObject, public window::NativeWindow {
     CSize m_reportedSize;
     QRegion m_invalid;      // since the last paint, by the program
     QRegion m_paintRegion;  // of the paint under way
-    int m_wheelRest = 0;    // of a notch, not yet reported
+    std::set<int> m_failingParts;
+    int m_wheelRest = 0;  // of a notch, not yet reported
     bool m_takesWheel = false;
     CPoint m_lastPointer;  // in the client area
     std::optional<CRect> m_confinement;
     std::map<UINT_PTR, int> m_timers;  // Qt's ids by ours
     std::unique_ptr<ScrollBars> m_bars;
 };
+
+// The window of a widget: one that only stands for it, where it has none. Null for null.
+HWND RequireWindowOf(QWidget* widget);
 
 // The widget of a request's parent; null without one.
 QWidget* ParentWidget(const window::WindowRequest& request);
@@ -166,8 +198,12 @@ QWidget* ParentWidget(const window::WindowRequest& request);
 std::unique_ptr<QtWindow> MakeButton(window::Window& window, const window::WindowRequest& request);
 std::unique_ptr<QtWindow> MakeCombo(window::Window& window, const window::WindowRequest& request);
 std::unique_ptr<QtWindow> MakeLabel(window::Window& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeLineEdit(window::Window& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeTextEdit(window::Window& window, const window::WindowRequest& request);
 std::unique_ptr<QtWindow> AttachButton(window::Window& window, QAbstractButton& widget);
 std::unique_ptr<QtWindow> AttachCombo(window::Window& window, QComboBox& widget);
 std::unique_ptr<QtWindow> AttachLabel(window::Window& window, QWidget& widget);
+std::unique_ptr<QtWindow> AttachLineEdit(window::Window& window, QLineEdit& widget);
+std::unique_ptr<QtWindow> AttachTextEdit(window::Window& window, QPlainTextEdit& widget);
 
 }  // namespace kortavin::qt

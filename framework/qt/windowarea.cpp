@@ -52,10 +52,12 @@ void QtWindow::Resize(QSize size) {
 void QtWindow::Move(const CRect& rect) {
     if (m_widget == nullptr)
         return;
+    const QPointer<QtWindow> alive(this);
     const QSize frame = m_widget->frameGeometry().size() - m_widget->size();
     m_widget->move(ToQt(rect.TopLeft()) + ClientOriginOfParent(*m_widget));
     Resize((QSize(rect.Width(), rect.Height()) - frame).expandedTo({0, 0}));
-    ReportSize();
+    if (alive != nullptr)
+        ReportSize();
 }
 
 CRect QtWindow::GetRect() const {

@@ -16,7 +16,7 @@ WPARAM ParamOf(HWND window) {
 // Tells the loser, lets `take` do what the toolkit must, then tells the gainer. A handler that moves the
 // focus on ends the matter for the windows behind it.
 template <class Take>
-void MoveFocus(HWND gainer, Take take) {
+void MoveFocus(HWND gainer, bool byUser, Take take) {
     const HWND loser = std::exchange(s_focus, gainer);
     const auto isOvertaken = [gainer] { return s_focus != gainer; };
     if (loser == gainer)
@@ -26,7 +26,7 @@ void MoveFocus(HWND gainer, Take take) {
         return;
     take();
     if (!isOvertaken())
-        SendMessage(gainer, WM_SETFOCUS, ParamOf(IsWindow(loser) ? loser : nullptr));
+        SendMessage(gainer, WM_SETFOCUS, ParamOf(IsWindow(loser) ? loser : nullptr), byUser);
 }
 
 }  // namespace
@@ -37,7 +37,7 @@ HWND FocusWindow() {
 
 // A combo box with an edit field leaves the focus to that.
 void SetFocusTo(HWND gainer) {
-    if (gainer != nullptr && !IsWindow(gainer))
+    if (gainer != nullptr && (!IsWindow(gainer) || gainer->IsDying()))
         return;
     if (gainer != nullptr && gainer->Kind() == WindowKind::ComboBox)
         if (const HWND field = gainer->Child(kComboEditId); field != nullptr)
@@ -49,11 +49,14 @@ void SetFocusTo(HWND gainer) {
     if (gainer == s_focus)
         take();
     else
-        MoveFocus(gainer, take);
+        MoveFocus(gainer, false, take);
 }
 
 void ReportFocus(HWND gainer) noexcept {
-    Guarded([gainer] { MoveFocus(IsWindow(gainer) ? gainer : nullptr, [] {}); });
+    Guarded([gainer] {
+        const bool canTake = IsWindow(gainer) && !gainer->IsDying();
+        MoveFocus(canTake ? gainer : nullptr, true, [] {});
+    });
 }
 
 HWND CaptureWindow() {
@@ -61,12 +64,12 @@ HWND CaptureWindow() {
 }
 
 void SetCaptureTo(HWND gainer) {
-    if (gainer != nullptr && !IsWindow(gainer))
+    if (gainer != nullptr && (!IsWindow(gainer) || gainer->IsDying()))
         return;
     const HWND loser = std::exchange(s_capture, gainer);
     if (loser == gainer)
         return;
-    if (loser != nullptr)
+    if (IsWindow(loser))
         loser->Native().ReleaseCapture();
     if (gainer != nullptr)
         gainer->Native().SetCapture();
@@ -77,11 +80,11 @@ void ReportCaptureLost() noexcept {
     Guarded([] { SendMessage(std::exchange(s_capture, nullptr), WM_CAPTURECHANGED); });
 }
 
-void LeaveFocusAndCapture(HWND window) {
+void LeaveFocusAndCapture(HWND window) noexcept {
     if (s_capture == window)
-        SetCaptureTo(nullptr);
+        Guarded([] { SetCaptureTo(nullptr); });
     if (s_focus == window)
-        MoveFocus(nullptr, [] {});
+        Guarded([] { MoveFocus(nullptr, false, [] {}); });
 }
 
 }  // namespace kortavin::window

@@ -23,6 +23,7 @@ enum class RouteKind {
     Command,    // WM_COMMAND from a control or menu: code and ids
     Notify,     // WM_NOTIFY: code and ids
     Reflected,  // a notification of the control itself, before its parent sees it: code
+    Update,     // the state of a command, which a menu asks for: ids
 };
 
 using Invoke = LRESULT (*)(CWnd& window, const Message& message);
@@ -112,6 +113,11 @@ LRESULT Call(C& c, void (C::*f)(NMHDR*, LRESULT*), const Message& m) {
     return (c.*f)(reinterpret_cast<NMHDR*>(m.lParam), &result), result;
 }
 
+template <class C>
+LRESULT Call(C& c, void (C::*f)(CCmdUI*), const Message& m) {
+    return (c.*f)(reinterpret_cast<CCmdUI*>(m.lParam)), 0;
+}
+
 template <class Member>
 struct ClassOfMember;
 template <class C, class Function>
@@ -142,6 +148,10 @@ constexpr MessageEntry OnControl() {
 template <int code, int id, auto member>
 constexpr MessageEntry OnNotify() {
     return {RouteKind::Notify, WM_NOTIFY, code, id, id, &InvokeMember<member>};
+}
+template <int id, auto member>
+constexpr MessageEntry OnUpdateCommand() {
+    return {RouteKind::Update, 0, 0, id, id, &InvokeMember<member>};
 }
 template <int code, auto member>
 constexpr MessageEntry OnReflected() {

@@ -5,7 +5,8 @@
 
 // Messages. Where a handler's signature is fixed (messagemap.h), it stands behind the number.
 inline constexpr UINT WM_DESTROY = 0x0002;
-inline constexpr UINT WM_SIZE = 0x0005;       // void (UINT type, int width, int height)
+inline constexpr UINT WM_SIZE = 0x0005;  // void (UINT type, int width, int height)
+// lParam of WM_SETFOCUS: nonzero when the user moved the focus.
 inline constexpr UINT WM_SETFOCUS = 0x0007;   // void (CWnd* loser)
 inline constexpr UINT WM_KILLFOCUS = 0x0008;  // void (CWnd* gainer)
 inline constexpr UINT WM_ENABLE = 0x000A;     // void (BOOL enabled)

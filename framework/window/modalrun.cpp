@@ -1,4 +1,5 @@
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "framework/window/messagebox.h"
@@ -49,12 +50,14 @@ void RunModal(HWND dialog) {
         std::rethrow_exception(run.error);
 }
 
-// A second error while the first is shown is dropped.
+// An error in showing the error is dropped.
 void ReportCurrentError() noexcept try {
     try {
         throw;
     } catch (const CException& error) {
         AfxMessageBox(error.GetErrorMessage());
+    } catch (const std::bad_alloc&) {
+        AfxMessageBox(CMemoryException().GetErrorMessage());
     } catch (const std::exception& error) {
         s_innermost != nullptr ? EndRunWithCurrentError(*s_innermost) : ShowUnknownError(error.what());
     } catch (...) {

@@ -51,6 +51,8 @@ NativeButton::~NativeButton() = default;
 NativeCombo::~NativeCombo() = default;
 Toolkit::~Toolkit() = default;
 
+void NativeWindow::ObjectLeft() {}
+
 NativeCombo* NativeWindow::AsCombo() {
     return nullptr;
 }

@@ -127,6 +127,10 @@ class KORTAVIN_API NativeWindow {
     virtual void StartTimer(UINT_PTR id, UINT milliseconds) = 0;
     virtual void StopTimer(UINT_PTR id) = 0;
 
+    // The object that handled the messages was taken off. One that stands for a widget of the host may take
+    // its Window away.
+    virtual void ObjectLeft();
+
     // Name and description for screen readers; the text that is shown stays as it is.
     virtual void SetAccessibleText(std::string_view name, std::string_view description) = 0;
 

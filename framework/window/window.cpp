@@ -28,6 +28,16 @@ Window::Window(const WindowPlace& place) : m_place(place) {
         m_place.parent->m_children.push_back(this);
 }
 
+void Window::SetParent(HWND parent) {
+    if (m_dying || parent == m_place.parent)
+        return;
+    if (m_place.parent != nullptr)
+        std::erase(m_place.parent->m_children, this);
+    m_place.parent = parent;
+    if (parent != nullptr)
+        parent->m_children.push_back(this);
+}
+
 Window::~Window() {
     LivingWindows().erase(this);
     for (Window* const other : LivingWindows())
@@ -60,7 +70,7 @@ HWND Window::Create(const WindowPlace& place, const WindowRequest& request) {
 void Window::Destroy() noexcept {
     if (std::exchange(m_dying, true))
         return;
-    Guarded([this] { LeaveFocusAndCapture(this); });
+    LeaveFocusAndCapture(this);
     Report(*this, WM_DESTROY);
     while (!m_children.empty()) {
         const HWND child = m_children.back();

@@ -40,6 +40,7 @@ class KORTAVIN_API Window {
     NativeWindow& Native() const { return *m_native; }
     WindowKind Kind() const { return m_place.kind; }
     HWND Parent() const { return m_place.parent; }
+    void SetParent(HWND parent);  // behind its other children; null: none
     HWND Receiver() const { return m_place.owner != nullptr ? m_place.owner : m_place.parent; }
     void SetOwner(HWND owner) { m_place.owner = owner; }
     int Id() const { return m_place.id; }
@@ -48,11 +49,15 @@ class KORTAVIN_API Window {
     const std::vector<HWND>& Children() const { return m_children; }
     HWND Child(int id) const;  // null when there is none; the first made counts
 
+    // It is being destroyed, or a window that it lies in is: it takes neither focus nor capture any more.
+    bool IsDying() const { return m_dying || (m_place.parent != nullptr && m_place.parent->IsDying()); }
+
     // The object that handles the messages; not owned. Null: the toolkit's own handling.
     CWnd* Object() const { return m_object; }
     void SetObject(CWnd* object) { m_object = object; }
     // The object, or one made for the asking that lives as long as the window.
     CWnd* ObjectForAsking();
+    bool WasAskedFor() const { return m_madeObject != nullptr; }
 
     // A notification or a request of this control: its object may answer it, else the receiver does.
     LRESULT OfferToControl(UINT message, WPARAM wParam, LPARAM lParam);
@@ -120,8 +125,8 @@ KORTAVIN_API HWND CaptureWindow();
 KORTAVIN_API void SetCaptureTo(HWND gainer);  // null: released
 // What a message comes to when no handler took it. For a window that exists.
 LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-void DropPosted(HWND window);            // it is going
-void LeaveFocusAndCapture(HWND window);  // it is going
+void DropPosted(HWND window);                     // it is going
+void LeaveFocusAndCapture(HWND window) noexcept;  // it is going
 
 // Runs a dialog's loop; an error that ended it is thrown again.
 KORTAVIN_API void RunModal(HWND dialog);

@@ -40,8 +40,7 @@ CWnd::CWnd() = default;
 CWnd::~CWnd() {
     if (m_ownsWindow)
         CWnd::DestroyWindow();
-    else
-        UnsubclassWindow();
+    UnsubclassWindow();  // from one that is being destroyed already, too
 }
 
 const CRuntimeClass* CWnd::GetRuntimeClass() const {
@@ -62,13 +61,18 @@ BOOL CWnd::Create(const char* className, const char* windowName, DWORD style, co
     if (parentWindow != nullptr)
         request.parent = &parentWindow->Native();
     window::RequireToolkit();
+    HWND made = nullptr;
     try {
-        Attach(window::Window::Create({*kind, parentWindow, nullptr, static_cast<int>(id), style}, request));
+        made = window::Window::Create({*kind, parentWindow, nullptr, static_cast<int>(id), style}, request);
+        m_ownsWindow = Attach(made) != FALSE;
     } catch (const CResourceException&) {
         return FALSE;
+    } catch (...) {
+        if (window::IsWindow(made))
+            made->Destroy();
+        throw;
     }
-    m_ownsWindow = true;
-    return TRUE;
+    return m_ownsWindow;
 }
 
 BOOL CWnd::Attach(HWND handle) {
@@ -92,9 +96,11 @@ BOOL CWnd::SubclassDlgItem(UINT id, CWnd* parent) {
 
 HWND CWnd::UnsubclassWindow() {
     const HWND former = std::exchange(m_hWnd, nullptr);
-    if (former != nullptr && former->Object() == this)
+    if (former != nullptr && former->Object() == this) {
         former->SetObject(nullptr);
-    return former;
+        former->Native().ObjectLeft();
+    }
+    return window::IsWindow(former) ? former : nullptr;
 }
 
 BOOL CWnd::DestroyWindow() {
@@ -175,6 +181,14 @@ BOOL CWnd::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* re
     const auto* const entry = GetMessageMap()->Find(window::RouteKind::Reflected, WM_COMMAND, HIWORD(wParam));
     if (entry != nullptr)
         *result = entry->invoke(*this, {WM_COMMAND, wParam, lParam});
+    return entry != nullptr;
+}
+
+BOOL CWnd::UpdateCommand(CCmdUI* state) {
+    const auto* const entry =
+        GetMessageMap()->Find(window::RouteKind::Update, 0, 0, static_cast<int>(state->m_nID));
+    if (entry != nullptr)
+        entry->invoke(*this, {0, 0, reinterpret_cast<LPARAM>(state)});
     return entry != nullptr;
 }
 

@@ -47,7 +47,9 @@ class KORTAVIN_API CWnd : public CObject {
     // Attaches the object to a window that another made. FALSE when either has one already.
     BOOL SubclassWindow(HWND window);
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
-    HWND UnsubclassWindow();  // answers the window, which stays
+    // Answers the window, which stays; null for one that stood for a widget of the host, which is that's
+    // again.
+    HWND UnsubclassWindow();
     virtual BOOL DestroyWindow();
 
     // Messages. Send is at once, Post from the loop after what is being handled.
@@ -118,6 +120,10 @@ class KORTAVIN_API CWnd : public CObject {
     // Moves data between controls and members by DoDataExchange: into members when `save`. FALSE when that
     // failed, after its error was shown.
     BOOL UpdateData(BOOL save = TRUE);
+
+    // Has the handler of a command's state set it, for a host's menu that shows the command. FALSE when there
+    // is none.
+    BOOL UpdateCommand(CCmdUI* state);
 
     // The message map of the object's class.
     virtual const kortavin::window::MessageMap* GetMessageMap() const;

@@ -67,9 +67,10 @@ CFont* CWnd::GetFont() const {
 
 BOOL CWnd::EnableWindow(BOOL enable) {
     const BOOL wasDisabled = m_hWnd != nullptr && !IsWindowEnabled();
-    if (m_hWnd != nullptr && wasDisabled == (enable != FALSE)) {
-        m_hWnd->Native().Enable(enable != FALSE);
-        SendMessage(WM_ENABLE, enable != FALSE);
+    const HWND window = m_hWnd;
+    if (window != nullptr && wasDisabled == (enable != FALSE)) {
+        window->Native().Enable(enable != FALSE);
+        kortavin::window::SendMessage(window, WM_ENABLE, enable != FALSE);
     }
     return wasDisabled;
 }
@@ -90,10 +91,11 @@ BOOL CWnd::IsWindowVisible() const {
 }
 
 void CWnd::MoveWindow(const CRect& rect, BOOL repaint) {
-    if (m_hWnd != nullptr)
-        m_hWnd->Native().Move(rect);
-    if (repaint)
-        Invalidate();
+    const HWND window = m_hWnd;
+    if (window != nullptr)
+        window->Native().Move(rect);
+    if (repaint && kortavin::window::IsWindow(window))
+        window->Native().Invalidate(nullptr);
 }
 
 void CWnd::GetClientRect(CRect* rect) const {
@@ -107,7 +109,7 @@ void CWnd::GetWindowRect(CRect* rect) const {
         return;
     *rect = m_hWnd->Native().GetRect();
     if (const HWND parent = m_hWnd->Parent();
-        parent != nullptr && m_hWnd->Kind() != kortavin::window::WindowKind::Dialog)
+        kortavin::window::IsWindow(parent) && m_hWnd->Kind() != kortavin::window::WindowKind::Dialog)
         rect->OffsetRect(parent->Native().ClientToScreen({0, 0}));
 }
 

@@ -18,10 +18,9 @@ struct NamedKind {
     std::string_view name;
     WindowKind kind;
 };
-constexpr std::array kControls{NamedKind{"Static", WindowKind::Static},
-                               NamedKind{"Button", WindowKind::Button},
-                               NamedKind{"ComboBox", WindowKind::ComboBox},
-                               NamedKind{"Edit", WindowKind::Edit}};
+constexpr std::array kControls{
+    NamedKind{"Static", WindowKind::Static}, NamedKind{"Button", WindowKind::Button},
+    NamedKind{"ComboBox", WindowKind::ComboBox}, NamedKind{"Edit", WindowKind::Edit}};
 
 std::vector<std::string>& RegisteredClasses() {
     static auto* classes = new std::vector<std::string>;

@@ -35,10 +35,11 @@ class GridWindow : public ::testing::Test {
     };
 
     // The client area is 200 by 100, columns are 50 and rows 20 pixels wide and high.
+    template <class Grid = CGridCtrl>
     void Open(int rows, int cols, int fixedRows = 1, int fixedCols = 1, CSize client = {200, 100}) {
         kortavin::window::RegisterWindowClass("GridHost");
         host.Create("GridHost", "", WS_POPUP | WS_VISIBLE, {0, 0, 400, 400}, nullptr, 0);
-        grid = std::make_unique<CGridCtrl>(rows, cols, fixedRows, fixedCols);
+        grid = std::make_unique<Grid>(rows, cols, fixedRows, fixedCols);
         grid->Create(CRect({10, 10}, client), &host, 7, WS_CHILD | WS_VISIBLE | WS_TABSTOP);
         for (int row = 0; row < rows; ++row)
             grid->SetRowHeight(row, 20);

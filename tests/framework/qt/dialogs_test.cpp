@@ -37,25 +37,21 @@ class TestDialog : public CDialog {
     }
     QWidget& Item(int id) { return WidgetOf(*GetDlgItem(id)); }
     void Click(int id) { QTest::mouseClick(&Item(id), Qt::LeftButton); }
-    void PressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
-    // Whether the canvas has the focus still after a key, of which it asks for those of the code.
+    // In the canvas, which asks for the keys of the code: whether it has the focus still.
     bool KeepsFocus(UINT code, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         canvas.SetFocus();
         canvas.dialogCode = code;
-        PressKey(key, modifiers);
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         return CWnd::GetFocus() == &canvas;
-    }
-    void OnGo() { onGo(); }
-    const window::MessageMap* GetMessageMap() const override {
-        static constexpr window::MessageEntry kEntries[] = {window::OnCommand<kGo, &TestDialog::OnGo>()};
-        static const window::MessageMap map{CDialog::GetMessageMap(), kEntries};
-        return &map;
     }
 
   protected:
     void DoDataExchange(CDataExchange* exchange) override { DDX_Control(exchange, kCanvas, canvas); }
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override {
+        if (LOWORD(wParam) == kGo)
+            onGo();
+        return CDialog::OnCommand(wParam, lParam);
+    }
 };
 
 class QtDialogs : public QtTest {
@@ -86,7 +82,7 @@ TEST_F(QtDialogs, EnterAcceptsAndEscOrTheCloseBoxCancels) {
     m_dialog.onGo = [&] { m_dialog.EndDialog(77); };
     EXPECT_EQ(m_dialog.Run([&] { m_dialog.Click(IDOK); }), IDOK);
     EXPECT_EQ(m_dialog.Run([&] { m_dialog.KeepsFocus(0, Qt::Key_Return); }), IDOK);
-    EXPECT_EQ(m_dialog.Run([&] { m_dialog.PressKey(Qt::Key_Return); }), 77)
+    EXPECT_EQ(m_dialog.Run([&] { QTest::keyClick(&m_dialog.Item(kGo), Qt::Key_Return); }), 77)
         << "the button that has the focus";
     EXPECT_EQ(m_dialog.Run([&] { m_dialog.KeepsFocus(DLGC_WANTALLKEYS, Qt::Key_Escape); }), IDCANCEL);
     EXPECT_EQ(m_dialog.Run([&] { WidgetOf(m_dialog).close(); }), IDCANCEL);
@@ -105,8 +101,8 @@ TEST_F(QtDialogs, KeysMoveTheFocusUnlessAControlAsksForThem) {
         EXPECT_TRUE(m_dialog.KeepsFocus(DLGC_WANTTAB, Qt::Key_Tab));
         EXPECT_TRUE(m_dialog.KeepsFocus(DLGC_WANTARROWS, Qt::Key_Down));
         EXPECT_TRUE(m_dialog.KeepsFocus(DLGC_WANTALLKEYS, Qt::Key_Return));
-        EXPECT_THAT(m_dialog.canvas.record, ElementsAre(Pair(WM_KEYDOWN, VK_TAB), Pair(WM_KEYDOWN, VK_DOWN),
-                                                        Pair(WM_KEYDOWN, VK_RETURN)));
+        EXPECT_EQ(m_dialog.canvas.record,
+                  (Record{{WM_KEYDOWN, VK_TAB}, {WM_KEYDOWN, VK_DOWN}, {WM_KEYDOWN, VK_RETURN}}));
         EXPECT_TRUE(WidgetOf(m_dialog).isVisible());
         m_dialog.EndDialog(0);
     });

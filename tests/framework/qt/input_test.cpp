@@ -52,20 +52,20 @@ TEST_F(QtInput, MouseMessagesTellTheClientAreasPointAndWhatIsHeld) {
     QTest::mouseClick(&widget, Qt::RightButton, {}, InFirst(3, 4));
     QTest::mouseClick(&widget, Qt::MiddleButton, {}, InFirst(3, 4));
     QTest::mouseClick(&widget, Qt::LeftButton, {}, {1, 0});  // on the border
-    EXPECT_THAT(
-        m_first.TakeRecord(),
-        ElementsAre(Pair(WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT), Pair(WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL),
-                    Pair(WM_LBUTTONUP, 0), Pair(WM_LBUTTONDBLCLK, MK_LBUTTON),
-                    Pair(WM_RBUTTONDOWN, MK_RBUTTON | MK_LBUTTON), Pair(WM_RBUTTONUP, MK_LBUTTON)));
+    EXPECT_EQ(m_first.TakeRecord(), (Record{{WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT},
+                                            {WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL},
+                                            {WM_LBUTTONUP, 0},
+                                            {WM_LBUTTONDBLCLK, MK_LBUTTON},
+                                            {WM_RBUTTONDOWN, MK_RBUTTON | MK_LBUTTON},
+                                            {WM_RBUTTONUP, MK_LBUTTON}}));
 
     TurnWheel(widget, -240, Qt::ControlModifier);
     const QPoint middle = widget.mapToGlobal(widget.rect().center());
     EXPECT_EQ(m_first.point, CPoint(middle.x(), middle.y())) << "on the screen";
     for (const int part : {60, 45, 15})
         TurnWheel(widget, part);
-    EXPECT_THAT(m_first.record,
-                ElementsAre(Pair(WM_MOUSEWHEEL, MakeWParam(MK_CONTROL, static_cast<WORD>(-240))),
-                            Pair(WM_MOUSEWHEEL, MakeWParam(0, 120))));
+    EXPECT_EQ(m_first.record, (Record{{WM_MOUSEWHEEL, MakeWParam(MK_CONTROL, static_cast<WORD>(-240))},
+                                      {WM_MOUSEWHEEL, MakeWParam(0, 120)}}));
 }
 
 TEST_F(QtInput, CharacterFollowsItsKeyWhateverBecomesOfIt) {
@@ -75,19 +75,22 @@ TEST_F(QtInput, CharacterFollowsItsKeyWhateverBecomesOfIt) {
     };
     QTest::keyClick(QApplication::focusWidget(), 'a');
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_THAT(m_first.TakeRecord(),
-                ElementsAre(Pair(WM_KEYDOWN, 'A'), Pair(WM_CHAR, 'a'), Pair(WM_KEYUP, 'A'),
-                            Pair(WM_KEYDOWN, VK_RETURN), Pair(WM_CHAR, '\r'), Pair(WM_KEYUP, VK_RETURN)));
+    EXPECT_EQ(m_first.TakeRecord(), (Record{{WM_KEYDOWN, 'A'},
+                                            {WM_CHAR, 'a'},
+                                            {WM_KEYUP, 'A'},
+                                            {WM_KEYDOWN, VK_RETURN},
+                                            {WM_CHAR, '\r'},
+                                            {WM_KEYUP, VK_RETURN}}));
     SendKey(QEvent::KeyPress, Qt::Key_Delete, false, "\x7F");
     SendKey(QEvent::KeyPress, Qt::Key_Left);
     SendKey(QEvent::KeyRelease, Qt::Key_Left, true);
     SendKey(QEvent::KeyPress, Qt::Key_Left, true);
     SendKey(QEvent::KeyRelease, Qt::Key_Left);
-    EXPECT_THAT(m_first.TakeRecord(), ElementsAre(Pair(WM_KEYDOWN, VK_DELETE), Pair(WM_KEYDOWN, VK_LEFT),
-                                                  Pair(WM_KEYDOWN, VK_LEFT), Pair(WM_KEYUP, VK_LEFT)));
+    EXPECT_EQ(
+        m_first.TakeRecord(),
+        (Record{{WM_KEYDOWN, VK_DELETE}, {WM_KEYDOWN, VK_LEFT}, {WM_KEYDOWN, VK_LEFT}, {WM_KEYUP, VK_LEFT}}));
     Commit("中€𠀀");
-    EXPECT_THAT(m_first.record,
-                ElementsAre(Pair(WM_CHAR, 0xD6D0), Pair(WM_CHAR, 0xA2E3), Pair(WM_CHAR, 0x95328236)));
+    EXPECT_EQ(m_first.record, (Record{{WM_CHAR, 0xD6D0}, {WM_CHAR, 0xA2E3}, {WM_CHAR, 0x95328236}}));
 }
 
 TEST_F(QtInput, KeyOrCompositionThatOpensAnEditorGoesOnThere) {
@@ -101,14 +104,14 @@ TEST_F(QtInput, KeyOrCompositionThatOpensAnEditorGoesOnThere) {
     SendKey(QEvent::KeyRelease, Qt::Key_Return);
     EXPECT_THAT(m_second.record, IsEmpty()) << "the release of a key that another window got";
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
-    EXPECT_THAT(m_second.TakeRecord(), ElementsAre(Pair(WM_KEYUP, VK_UP)));
+    EXPECT_EQ(m_second.TakeRecord(), (Record{{WM_KEYUP, VK_UP}}));
 
     m_first.SetFocus();
     QInputMethodEvent start("zhong", {});
     QCoreApplication::sendEvent(QApplication::focusWidget(), &start);
     Commit("中");
-    EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_IME_STARTCOMPOSITION, 0)));
-    EXPECT_THAT(m_second.record, ElementsAre(Pair(WM_IME_STARTCOMPOSITION, 0), Pair(WM_CHAR, 0xD6D0)));
+    EXPECT_EQ(m_first.record, (Record{{WM_IME_STARTCOMPOSITION, 0}}));
+    EXPECT_EQ(m_second.record, (Record{{WM_IME_STARTCOMPOSITION, 0}, {WM_CHAR, 0xD6D0}}));
 }
 
 TEST_F(QtInput, BothWindowsHearOfTheFocusAtOnceThoughNoneIsActive) {
@@ -119,11 +122,9 @@ TEST_F(QtInput, BothWindowsHearOfTheFocusAtOnceThoughNoneIsActive) {
     m_first.record.clear();
     m_second.SetFocus();
     EXPECT_EQ(CWnd::GetFocus(), &m_second);
-    EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_KILLFOCUS, ParamOf(m_second))));
-    EXPECT_THAT(m_second.TakeRecord(), ElementsAre(Pair(WM_SETFOCUS, ParamOf(m_first))));
-    Activate(WidgetOf(m_top));
-    EXPECT_EQ(QApplication::focusWidget(), &WidgetOf(m_second));
-    EXPECT_THAT(m_second.record, IsEmpty()) << "it had the focus already";
+    EXPECT_EQ(m_first.record, (Record{{WM_KILLFOCUS, ParamOf(m_second)}}));
+    EXPECT_EQ(m_second.TakeRecord(), (Record{{WM_SETFOCUS, ParamOf(m_first)}}));
+    EXPECT_EQ(WidgetOf(m_top).focusWidget(), &WidgetOf(m_second)) << "when it becomes active";
 }
 
 TEST_F(QtInput, PopupIsNoLossOfTheFocusButAnotherWindowIs) {
@@ -143,14 +144,14 @@ TEST_F(QtInput, PopupIsNoLossOfTheFocusButAnotherWindowIs) {
     ASSERT_TRUE(combo.GetDroppedState());
     EXPECT_EQ(CWnd::GetFocus(), &combo);
     combo.ShowDropDown(FALSE);
-    EXPECT_THAT(m_top.record, ElementsAre(Pair(WM_COMMAND, MakeWParam(3, CBN_DROPDOWN)),
-                                          Pair(WM_COMMAND, MakeWParam(3, CBN_CLOSEUP))));
+    EXPECT_EQ(m_top.record,
+              (Record{{WM_COMMAND, MakeWParam(3, CBN_DROPDOWN)}, {WM_COMMAND, MakeWParam(3, CBN_CLOSEUP)}}));
     m_first.SetFocus();
     m_first.record.clear();
     QWidget other;
     Activate(other);
     Activate(WidgetOf(m_top));
-    EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_KILLFOCUS, 0), Pair(WM_SETFOCUS, 0)));
+    EXPECT_EQ(m_first.record, (Record{{WM_KILLFOCUS, 0}, {WM_SETFOCUS, 0}}));
 }
 
 TEST_F(QtInput, CaptureLeadsTheMouseUntilItsEndIsTold) {
@@ -185,7 +186,7 @@ TEST_F(QtInput, CaptureLeadsTheMouseUntilItsEndIsTold) {
         m_first.record.clear();
         end();
         MoveMouse(WidgetOf(m_second), {5, 6});
-        EXPECT_THAT(m_first.record, ElementsAre(Pair(WM_CAPTURECHANGED, 0)));
+        EXPECT_EQ(m_first.record, (Record{{WM_CAPTURECHANGED, 0}}));
         EXPECT_EQ(CWnd::GetCapture(), nullptr);
     }
 }

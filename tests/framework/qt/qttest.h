@@ -20,6 +20,7 @@ namespace kortavin::testing {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
+using Record = TestWindow::Record;
 
 // A recording window that asks for the keys which its test chooses, and lets it answer messages.
 class EventWindow : public TestWindow {
@@ -31,13 +32,11 @@ class EventWindow : public TestWindow {
     ~EventWindow() override { script = nullptr; }
     Record TakeRecord() { return std::exchange(record, {}); }
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_GETDLGCODE)
-            return dialogCode;
         if (message >= WM_MOUSEMOVE && message <= WM_MOUSEWHEEL)
             point = PointOfParam(lParam);
         if (std::ranges::find(interest, message) != interest.end())
             record.emplace_back(message, wParam);
-        const auto answer = script ? script(message) : std::nullopt;
+        const auto answer = message == WM_GETDLGCODE ? dialogCode : script ? script(message) : std::nullopt;
         return answer ? *answer : CWnd::WindowProc(message, wParam, lParam);
     }
 };
@@ -53,14 +52,14 @@ inline void Activate(QWidget& top) {
 }
 
 inline void MoveMouse(QWidget& widget, QPoint place, Qt::MouseButtons buttons = {},
-                      Qt::KeyboardModifiers modifiers = {}) {
-    QMouseEvent move(QEvent::MouseMove, place, widget.mapToGlobal(place), Qt::NoButton, buttons, modifiers);
+                      Qt::KeyboardModifiers keys = {}) {
+    QMouseEvent move(QEvent::MouseMove, place, widget.mapToGlobal(place), Qt::NoButton, buttons, keys);
     QCoreApplication::sendEvent(&widget, &move);
 }
 
-inline void TurnWheel(QWidget& widget, int delta, Qt::KeyboardModifiers modifiers = {}) {
-    const QPointF middle = widget.rect().center(), global = widget.mapToGlobal(middle);
-    QWheelEvent wheel(middle, global, {}, {0, delta}, {}, modifiers, Qt::NoScrollPhase, false);
+inline void TurnWheel(QWidget& widget, int delta, Qt::KeyboardModifiers keys = {}) {
+    const QPointF middle = widget.rect().center();
+    QWheelEvent wheel(middle, widget.mapToGlobal(middle), {}, {0, delta}, {}, keys, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&widget, &wheel);
 }
 
@@ -84,25 +83,18 @@ inline QImage PictureOf(QWidget& widget, int scale = 1) {
     QImage image(widget.size() * scale, QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     widget.render(&image);
+    image.setDevicePixelRatio(1);
     return image;
 }
 
-inline COLORREF ColorAt(const QImage& image, QPoint place) {
-    const QRgb color = image.pixel(place);
-    return RGB(static_cast<BYTE>(qRed(color)), static_cast<BYTE>(qGreen(color)),
-               static_cast<BYTE>(qBlue(color)));
-}
-
-// The surface's upper left corner lies at `origin` of the image, before it was scaled.
-inline void ExpectSame(const QImage& image, const PixelSurface& surface, const CRect& part,
-                       QPoint origin = {}) {
-    const int scale = static_cast<int>(image.devicePixelRatio());
-    ASSERT_FALSE(part.IsRectEmpty());
-    for (int y = part.top * scale; y < part.bottom * scale; ++y)
-        for (int x = part.left * scale; x < part.right * scale; ++x)
-            ASSERT_EQ(ColorAt(image, QPoint(x, y) + origin * scale), surface.At(x / scale, y / scale))
-                << x << ", " << y << " at scale " << scale << "\n"
-                << surface.Dump(part);
+inline QImage PictureOf(const PixelSurface& surface) {
+    QImage image(surface.Bounds().Width(), surface.Bounds().Height(), QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const COLORREF color = surface.At(x, y);
+            image.setPixel(x, y, qRgb(GetRValue(color), GetGValue(color), GetBValue(color)));
+        }
+    return image;
 }
 
 // Leaves no widget, and no error that the user would have been shown.

@@ -1,7 +1,8 @@
 #include <algorithm>
 
-#include "framework/base/codepage.h"
+#include "framework/window/combobox.h"
 #include "framework/window/dc.h"
+#include "framework/window/edit.h"
 #include "framework/window/keys.h"
 #include "framework/window/metrics.h"
 #include "tests/support/memory/controls.h"
@@ -14,38 +15,74 @@ constexpr int kPageItems = 5;
 
 }  // namespace
 
+// What is not for the text is the combo box's.
+class MemoryCombo::Field : public MemoryEdit {
+  public:
+    Field(MemoryCombo& combo, window::Window& record, const window::WindowRequest& request)
+        : MemoryEdit(combo.m_toolkit, record, request), m_combo(combo) {}
+    ~Field() override { m_combo.m_field = nullptr; }
+
+    LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_GETDLGCODE || message == WM_SETFOCUS || message == WM_KILLFOCUS)
+            return m_combo.DefaultProc(message, wParam, lParam);
+        if (message == WM_KEYDOWN && m_combo.HandleKey(static_cast<UINT>(wParam)))
+            return 0;
+        return MemoryEdit::DefaultProc(message, wParam, lParam);
+    }
+
+  protected:
+    void Tell(WORD) override { window::ReportNotification(m_combo.m_record, CBN_EDITCHANGE); }
+
+  private:
+    MemoryCombo& m_combo;
+};
+
 MemoryCombo::MemoryCombo(MemoryToolkit& toolkit, window::Window& record, const window::WindowRequest& request)
     : MemoryWindow(toolkit, record, request),
+      m_rectWithList(request.rect),
       m_fieldHeight(TextFont().GetNative()->Metrics().tmHeight + kFieldMargin),
       m_itemHeight(TextFont().GetNative()->Metrics().tmHeight) {
-    SetRect(WithFieldHeight(request.rect));
+    SetRect(ClosedRect());
+}
+
+CRect MemoryCombo::FieldRect() const {
+    return {0, 0, std::max(0, GetClientSize().cx - kScrollBarSize), m_fieldHeight};
+}
+
+std::unique_ptr<window::NativeWindow> MemoryCombo::MakeEditField(window::Window& field) {
+    const CFont& font = TextFont();
+    auto made = std::make_unique<Field>(
+        *this, field,
+        window::WindowRequest{window::WindowKind::Edit, this, field.Style(), FieldRect(), m_text, &font});
+    m_field = made.get();
+    return made;
 }
 
 // The rectangle that a combo box is given holds its open list too.
-CRect MemoryCombo::WithFieldHeight(const CRect& rect) const {
-    return {rect.TopLeft(), CSize(rect.Width(), m_fieldHeight)};
+void MemoryCombo::Move(const CRect& rect) {
+    m_rectWithList = rect;
+    FollowFieldHeight();
 }
 
-void MemoryCombo::Move(const CRect& rect) {
-    MemoryWindow::Move(WithFieldHeight(rect));
+void MemoryCombo::FollowFieldHeight() {
+    MemoryWindow::Move(ClosedRect());
+    if (m_field != nullptr)
+        m_field->Move(FieldRect());
 }
 
 void MemoryCombo::SetItemHeight(int index, int height) {
     (index < 0 ? m_fieldHeight : m_itemHeight) = height;
-    Move(GetRect());
+    FollowFieldHeight();
 }
 
 void MemoryCombo::SetText(std::string_view text) {
-    if (!HasEditField())
-        return;
-    m_text = CString(text);
-    m_editFirst = m_editLast = 0;
-    Invalidate(nullptr);
+    if (m_field != nullptr)
+        m_field->SetText(text);
 }
 
 CString MemoryCombo::GetText() const {
-    if (HasEditField())
-        return m_text;
+    if (m_field != nullptr)
+        return m_field->GetText();
     return m_selection >= 0 ? ItemText(m_selection) : CString();
 }
 
@@ -68,10 +105,8 @@ void MemoryCombo::Clear() {
 
 void MemoryCombo::Select(int index) {
     m_selection = m_highlight = index;
-    if (HasEditField()) {
-        m_text = index >= 0 ? ItemText(index) : CString();
-        SetEditSelection(0, -1);
-    }
+    SetText(index >= 0 ? ItemText(index).View() : "");
+    SetEditSelection(0, -1);
     Invalidate(nullptr);
 }
 
@@ -80,15 +115,8 @@ void MemoryCombo::SetItemAccessibleName(int index, std::string_view name) {
 }
 
 void MemoryCombo::SetEditSelection(int first, int last) {
-    const size_t length = m_text.View().size();
-    m_editFirst = std::min(length, static_cast<size_t>(std::max(first, 0)));
-    m_editLast = last < 0 ? length : std::min(length, static_cast<size_t>(last));
-    if (m_editFirst > m_editLast)
-        std::swap(m_editFirst, m_editLast);
-}
-
-CString MemoryCombo::SelectedText() const {
-    return CString(m_text.View().substr(m_editFirst, m_editLast - m_editFirst));
+    if (m_field != nullptr)
+        m_field->Select(first, last);
 }
 
 void MemoryCombo::ShowList(bool open) {
@@ -124,9 +152,8 @@ void MemoryCombo::MoveSelection(int index) {
     window::ReportNotification(m_record, CBN_SELCHANGE);
 }
 
-void MemoryCombo::HandleKey(UINT key) {
+bool MemoryCombo::HandleKey(UINT key) {
     const int current = m_isOpen ? m_highlight : m_selection;
-    const bool isForField = HasEditField() && !m_isOpen;
     const bool isToggle = key == VK_F4 || (m_toolkit.IsKeyDown(VK_MENU) && (key == VK_UP || key == VK_DOWN));
     const bool isEnd = m_isOpen && (key == VK_RETURN || key == VK_ESCAPE);
     if (isEnd && key == VK_RETURN && m_highlight >= 0)
@@ -137,44 +164,14 @@ void MemoryCombo::HandleKey(UINT key) {
         MoveSelection(current + (key == VK_UP ? -1 : 1));
     else if (key == VK_PRIOR || key == VK_NEXT)
         MoveSelection(current + (key == VK_PRIOR ? -kPageItems : kPageItems));
-    else if ((key == VK_HOME || key == VK_END) && !isForField)
+    else if ((key == VK_HOME || key == VK_END) && m_field == nullptr)
         MoveSelection(key == VK_HOME ? 0 : Count() - 1);
-    else if (key == VK_DELETE && isForField)
-        Erase(true);
-}
-
-// Erases the selection, or the character that begins at the caret or ends there.
-void MemoryCombo::Erase(bool isForward) {
-    const std::string_view text = m_text.View();
-    if (m_editFirst == m_editLast && isForward)
-        m_editLast += base::CharacterLength(text.substr(m_editLast));
-    else if (m_editFirst == m_editLast && m_editFirst > 0)
-        m_editFirst = base::CharacterBoundary(text, 0, m_editFirst - 1);
-    ReplaceSelection("");
-}
-
-void MemoryCombo::TypeCharacter(UINT character) {
-    if (character == VK_BACK)
-        return Erase(false);
-    if (character < VK_SPACE)
-        return;
-    std::string bytes(1, static_cast<char>(character));
-    while ((character >>= 8) != 0)
-        bytes.insert(bytes.begin(), static_cast<char>(character));
-    ReplaceSelection(bytes);
-}
-
-void MemoryCombo::ReplaceSelection(std::string_view text) {
-    if (text.empty() && m_editFirst == m_editLast)
-        return;
-    m_text.GetStorage().replace(m_editFirst, m_editLast - m_editFirst, text);
-    m_editFirst = m_editLast = m_editFirst + text.size();
-    Invalidate(nullptr);
-    window::ReportNotification(m_record, CBN_EDITCHANGE);
+    else
+        return false;
+    return true;
 }
 
 LRESULT MemoryCombo::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto key = static_cast<UINT>(wParam);
     const HWND self = &m_record;
     switch (message) {
         case WM_GETDLGCODE:
@@ -184,11 +181,11 @@ LRESULT MemoryCombo::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
             ToggleList();
             return 0;
         case WM_KEYDOWN:
-            HandleKey(key);
-            return 0;
         case WM_CHAR:
-            if (HasEditField())
-                TypeCharacter(key);
+            if (m_field != nullptr)
+                m_field->DefaultProc(message, wParam, lParam);
+            else if (message == WM_KEYDOWN)
+                HandleKey(static_cast<UINT>(wParam));
             return 0;
         case WM_MOUSEWHEEL:
             MoveSelection(m_selection - static_cast<SHORT>(HIWORD(wParam)) / WHEEL_DELTA);
@@ -208,13 +205,12 @@ LRESULT MemoryCombo::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void MemoryCombo::PaintByDefault(std::unique_ptr<window::Painter> painter) {
-    painter->FillRect(ClientRect(), {std::nullopt, m_toolkit.SystemColor(COLOR_WINDOW), std::nullopt});
-    if ((m_record.Style() & CBS_OWNERDRAWFIXED) == 0)
-        return painter->DrawText({2, kFieldMargin / 2}, GetText().View(), *TextFont().GetNative(),
-                                 m_toolkit.SystemColor(COLOR_WINDOWTEXT));
-    const CRect field(0, 0, std::max(0, GetClientSize().cx - kScrollBarSize), m_fieldHeight);
+    const bool isOwnerDrawn = (m_record.Style() & CBS_OWNERDRAWFIXED) != 0;
+    PaintText(*painter, isOwnerDrawn ? CString() : GetText());
+    if (!isOwnerDrawn)
+        return;
     const UINT focused = window::FocusWindow() == &m_record ? ODS_FOCUS | ODS_SELECTED : 0;
-    DrawItem(m_selection, ODS_COMBOBOXEDIT | focused, std::move(painter), field);
+    DrawItem(m_selection, ODS_COMBOBOXEDIT | focused, std::move(painter), FieldRect());
 }
 
 void MemoryCombo::DrawItem(int index, UINT state, std::unique_ptr<window::Painter> painter,

@@ -33,7 +33,36 @@ class MemoryButton : public MemoryWindow, public window::NativeButton {
     bool m_checked = false;
 };
 
-// While the list is open, keys move its highlight; picking an item selects it.
+// The caret stands at one end of the selection, never inside a character.
+class MemoryEdit : public MemoryWindow {
+  public:
+    using MemoryWindow::MemoryWindow;
+
+    void Select(int first, int last);  // as EM_SETSEL does
+
+    bool TakesFocusByClick() const override { return true; }
+    LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void SetText(std::string_view text) override;
+
+  protected:
+    void PaintByDefault(std::unique_ptr<window::Painter> painter) override { PaintText(*painter, GetText()); }
+    virtual void Tell(WORD code);  // an EN_ code
+
+  private:
+    std::optional<size_t> PlaceFor(UINT key, bool extends) const;  // of the caret; nothing: it stays
+    void HandleKey(UINT key);
+    void TypeCharacter(UINT character);
+    void EraseTo(size_t place);  // from the caret, or the selection
+    void ReplaceSelection(std::string_view text);
+    bool IsReadOnly() const;
+    bool BreaksLines() const;
+
+    size_t m_anchor = 0;  // byte offsets
+    size_t m_caret = 0;
+};
+
+// While the list is open, keys move its highlight; picking an item selects it. The edit field, where there is
+// one, is a window that keeps the text and the focus.
 class MemoryCombo : public MemoryWindow, public window::NativeCombo {
   public:
     MemoryCombo(MemoryToolkit& toolkit, window::Window& record, const window::WindowRequest& request);
@@ -44,9 +73,10 @@ class MemoryCombo : public MemoryWindow, public window::NativeCombo {
         return m_items.at(static_cast<size_t>(index)).accessibleName;
     }
     int DroppedWidth() const { return m_droppedWidth; }
-    CString SelectedText() const;  // in the edit field
+    const CRect& RectWithList() const { return m_rectWithList; }  // as it was given
 
     bool TakesFocusByClick() const override { return true; }
+    HWND FocusPlace() const override { return m_field != nullptr ? &m_field->Record() : &m_record; }
     LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void SetText(std::string_view text) override;
     CString GetText() const override;
@@ -67,34 +97,36 @@ class MemoryCombo : public MemoryWindow, public window::NativeCombo {
     bool IsListOpen() const override { return m_isOpen; }
     void SetItemAccessibleName(int index, std::string_view name) override;
     void SetEditSelection(int first, int last) override;
+    std::unique_ptr<window::NativeWindow> MakeEditField(window::Window& field) override;
 
   protected:
     void PaintByDefault(std::unique_ptr<window::Painter> painter) override;
 
   private:
+    class Field;
     struct Item {
         CString text;
         CString accessibleName;
     };
 
-    bool HasEditField() const { return (m_record.Style() & CBS_DROPDOWNLIST) == CBS_DROPDOWN; }
     void ToggleList();
-    void HandleKey(UINT key);
-    void Erase(bool isForward);
-    void TypeCharacter(UINT character);
-    void ReplaceSelection(std::string_view text);
+    bool HandleKey(UINT key);  // false: it is not the list's
     void MoveSelection(int index);
-    CRect WithFieldHeight(const CRect& rect) const;
+    CRect FieldRect() const;
+    CRect ClosedRect() const {
+        return {m_rectWithList.TopLeft(), CSize(m_rectWithList.Width(), m_fieldHeight)};
+    }
+    void FollowFieldHeight();
 
     std::vector<Item> m_items;
+    MemoryEdit* m_field = nullptr;
+    CRect m_rectWithList;
     int m_selection = -1;
     int m_highlight = -1;  // in the open list
     int m_fieldHeight;
     int m_itemHeight;
     int m_droppedWidth = 0;
     bool m_isOpen = false;
-    size_t m_editFirst = 0;  // byte offsets; the caret stands at the last
-    size_t m_editLast = 0;
 };
 
 // The keys that a dialog takes from its controls: Tab moves the focus, Enter presses a push button, Esc

@@ -27,7 +27,7 @@ void AppendTabStops(std::vector<HWND>& stops, HWND parent) {
     for (const HWND child : parent->Children()) {
         const auto& native = static_cast<MemoryWindow&>(child->Native());
         if ((child->Style() & WS_TABSTOP) != 0 && native.AcceptsInput())
-            stops.push_back(child);
+            stops.push_back(native.FocusPlace());
         AppendTabStops(stops, child);
     }
 }

@@ -37,8 +37,7 @@ class HeldKeys {
 
 UINT MouseKeys() {
     const auto flagOf = [](UINT key, UINT flag) { return TheDesktop().IsKeyDown(key) ? flag : 0; };
-    return flagOf(VK_LBUTTON, MK_LBUTTON) | flagOf(VK_RBUTTON, MK_RBUTTON) | flagOf(VK_SHIFT, MK_SHIFT) |
-           flagOf(VK_CONTROL, MK_CONTROL);
+    return flagOf(VK_LBUTTON, MK_LBUTTON) | flagOf(VK_SHIFT, MK_SHIFT) | flagOf(VK_CONTROL, MK_CONTROL);
 }
 
 // Of windows that overlap, the one made last lies on top.
@@ -69,15 +68,15 @@ void ReportMouse(MemoryWindow& target, UINT message) {
            MakePointParam(target.ScreenToClient(TheDesktop().PointerPosition())));
 }
 
-void PressButton(CWnd& window, CPoint point, UINT keys, UINT button, UINT message) {
+void PressButton(CWnd& window, CPoint point, UINT keys, UINT message) {
     const HeldKeys held(keys);
-    TheDesktop().HoldKey(button, nullptr);
+    TheDesktop().HoldKey(VK_LBUTTON, nullptr);
     MemoryWindow* const target = MouseTarget(window, point);
     if (target == nullptr)
         return;
     const HWND record = &target->Record();
-    if (button == VK_LBUTTON && target->TakesFocusByClick())
-        window::ReportFocus(record);
+    if (target->TakesFocusByClick())
+        window::ReportFocus(target->FocusPlace());
     if (!IsWindow(record))
         return;
     TheDesktop().SetPressedWindow(target);
@@ -139,7 +138,7 @@ MemoryCombo& NativeCombo(CComboBox& combo) {
 }  // namespace
 
 void Press(CWnd& window, CPoint point, UINT keys) {
-    PressButton(window, point, keys, VK_LBUTTON, WM_LBUTTONDOWN);
+    PressButton(window, point, keys, WM_LBUTTONDOWN);
 }
 
 void Release(CWnd& window, CPoint point, UINT keys) {
@@ -154,21 +153,18 @@ void Release(CWnd& window, CPoint point, UINT keys) {
 }
 
 void Click(CWnd& window, CPoint point, UINT keys) {
+    const HWND record = window.m_hWnd;
     Press(window, point, keys);
-    Release(window, point, keys);
+    if (IsWindow(record))
+        Release(window, point, keys);
+    TheDesktop().LiftKey(VK_LBUTTON);
 }
 
 void DoubleClick(CWnd& window, CPoint point, UINT keys) {
     Click(window, point, keys);
     if (window.m_hWnd != nullptr)
-        PressButton(window, point, keys, VK_LBUTTON, WM_LBUTTONDBLCLK);
+        PressButton(window, point, keys, WM_LBUTTONDBLCLK);
     Release(window, point, keys);
-}
-
-void PressRight(CWnd& window, CPoint point, UINT keys) {
-    PressButton(window, point, keys, VK_RBUTTON, WM_RBUTTONDOWN);
-    TheDesktop().LiftKey(VK_RBUTTON);
-    TheDesktop().SetPressedWindow(nullptr);
 }
 
 void MoveTo(CWnd& window, CPoint point, UINT keys) {
@@ -229,7 +225,7 @@ void Type(std::string_view gbkText) {
 }
 
 void MoveFocusTo(CWnd* window) {
-    window::ReportFocus(window != nullptr ? window->m_hWnd : nullptr);
+    window::ReportFocus(window != nullptr ? NativeOf(*window).FocusPlace() : nullptr);
 }
 
 void LoseCapture() {
@@ -264,7 +260,8 @@ bool FireTimer(CWnd& window, UINT_PTR id) {
 void PickItem(CComboBox& combo, int index) {
     const HWND record = combo.m_hWnd;
     if (!combo.GetDroppedState())
-        Press(combo, {1, 1});
+        Press(combo, {NativeOf(combo).GetClientSize().cx - 1, 1});
+    TheDesktop().LiftKey(VK_LBUTTON);
     if (IsWindow(record) && combo.GetDroppedState())
         NativeCombo(combo).Pick(index);
 }

@@ -10,12 +10,11 @@
 // disabled and what is hidden is not reached.
 namespace kortavin::testing {
 
-// The left button. A press gives a button or combo box the focus first.
+// The left button. A press gives a control the focus first.
 void Press(CWnd& window, CPoint point, UINT keys = 0);
 void Release(CWnd& window, CPoint point, UINT keys = 0);
 void Click(CWnd& window, CPoint point, UINT keys = 0);
 void DoubleClick(CWnd& window, CPoint point, UINT keys = 0);  // a click, and the second one
-void PressRight(CWnd& window, CPoint point, UINT keys = 0);   // its release is not told
 void MoveTo(CWnd& window, CPoint point, UINT keys = 0);
 // At the window's middle. One that leaves it to the default handling passes it on to its parent.
 void Wheel(CWnd& window, int delta, UINT keys = 0);

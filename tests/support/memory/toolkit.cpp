@@ -51,7 +51,11 @@ std::vector<HWND> RecordsOf(const std::vector<MemoryWindow*>& windows) {
 
 std::unique_ptr<window::NativeWindow> MemoryToolkit::MakeWindow(const window::WindowRequest& request,
                                                                 window::Window& window) {
+    if (std::exchange(m_windowFails, false))
+        throw CResourceException("no window");
     switch (request.kind) {
+        case window::WindowKind::Edit:
+            return std::make_unique<MemoryEdit>(*this, window, request);
         case window::WindowKind::Button:
             return std::make_unique<MemoryButton>(*this, window, request);
         case window::WindowKind::ComboBox:

@@ -36,7 +36,6 @@ class MemoryWindow : public window::NativeWindow {
     int PaintCount() const { return m_paintCount; }
     window::CursorShape Cursor() const { return m_cursor; }
     const CString& AccessibleName() const { return m_accessibleName; }
-    const CString& AccessibleDescription() const { return m_accessibleDescription; }
     const LOGFONT& Font() const { return m_font.GetLogFont(); }
     bool IsScrollBarShown(int bar) const;
 
@@ -45,7 +44,8 @@ class MemoryWindow : public window::NativeWindow {
     bool AcceptsInput() const;                          // it and all its parents are visible and enabled
     void SetTrackPosition(int bar, std::optional<int> position);
     virtual bool TakesFocusByClick() const { return false; }
-    virtual bool IsHitBy(CPoint clientPoint) const;  // else what lies behind is
+    virtual HWND FocusPlace() const { return &m_record; }  // where it has the focus, when the user gives it
+    virtual bool IsHitBy(CPoint clientPoint) const;        // else what lies behind is
 
     LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void SetText(std::string_view text) override { m_text = CString(text); }
@@ -74,13 +74,16 @@ class MemoryWindow : public window::NativeWindow {
     void SetCursor(window::CursorShape shape) override { m_cursor = shape; }
     void StartTimer(UINT_PTR id, UINT milliseconds) override;
     void StopTimer(UINT_PTR id) override;
-    void SetAccessibleText(std::string_view name, std::string_view description) override;
+    void SetAccessibleText(std::string_view name, std::string_view) override {
+        m_accessibleName = CString(name);
+    }
 
   protected:
     CRect ClientRect() const { return {{0, 0}, InnerSize()}; }
     CFont& TextFont() { return m_font; }
     void SetRect(const CRect& rect) { m_rect = rect; }
     virtual void PaintByDefault(std::unique_ptr<window::Painter> painter);
+    void PaintText(window::Painter& painter, const CString& text);  // of a field
 
     MemoryToolkit& m_toolkit;
     window::Window& m_record;
@@ -103,7 +106,6 @@ class MemoryWindow : public window::NativeWindow {
     std::array<window::ScrollState, 2> m_scroll;
     window::CursorShape m_cursor = window::CursorShape::Arrow;
     CString m_accessibleName;
-    CString m_accessibleDescription;
     PixelSurface m_surface;
     DrawingLog m_log;
     CRect m_invalid;
@@ -117,6 +119,7 @@ class MemoryToolkit : public window::Toolkit {
     // cancelled.
     void NextColor(std::optional<COLORREF> choice) { m_colors.push_back(choice); }
     void LetNextColorChooserFail() { m_colorFails = true; }
+    void LetNextWindowFail() { m_windowFails = true; }
     const std::vector<window::ColorRequest>& ColorRequests() const { return m_colorRequests; }
     // What the user will do in the next modal dialog, before all that was posted is sent. A dialog that it
     // does not end is closed as by its close button.
@@ -182,6 +185,7 @@ class MemoryToolkit : public window::Toolkit {
     std::vector<window::ColorRequest> m_colorRequests;
     std::vector<CString> m_messageBoxes;
     bool m_colorFails = false;
+    bool m_windowFails = false;
     bool m_dispatchRequested = false;
 };
 

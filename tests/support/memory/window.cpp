@@ -79,6 +79,11 @@ void MemoryWindow::PaintByDefault(std::unique_ptr<window::Painter> painter) {
     painter->FillRect(ClientRect(), {std::nullopt, m_toolkit.SystemColor(COLOR_BTNFACE), std::nullopt});
 }
 
+void MemoryWindow::PaintText(window::Painter& painter, const CString& text) {
+    painter.FillRect(ClientRect(), {std::nullopt, m_toolkit.SystemColor(COLOR_WINDOW), std::nullopt});
+    painter.DrawText({2, 2}, text.View(), *m_font.GetNative(), m_toolkit.SystemColor(COLOR_WINDOWTEXT));
+}
+
 void MemoryWindow::Show(bool visible) {
     m_shown = visible;
     if (visible)
@@ -221,11 +226,6 @@ void MemoryWindow::StartTimer(UINT_PTR id, UINT milliseconds) {
 
 void MemoryWindow::StopTimer(UINT_PTR id) {
     m_toolkit.m_timers.erase({this, id});
-}
-
-void MemoryWindow::SetAccessibleText(std::string_view name, std::string_view description) {
-    m_accessibleName = CString(name);
-    m_accessibleDescription = CString(description);
 }
 
 }  // namespace kortavin::testing
