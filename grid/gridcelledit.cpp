@@ -94,7 +94,7 @@ void CGridCellEdit::GrowToText() {
     CRect client;
     GetParent()->GetClientRect(&client);
     const int right = std::min(m_rect.left + width, client.right);
-    if (width <= m_rect.Width() || right <= m_rect.right)
+    if (right <= m_rect.right)
         return;
     m_rect.right = right;
     MoveWindow({m_rect.left, m_rect.top, m_rect.right, m_rect.bottom + 1});

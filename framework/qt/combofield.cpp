@@ -8,7 +8,7 @@
 namespace kortavin::qt {
 
 ComboField::ComboField(window::Window& window, QtCombo& combo, QLineEdit& edit)
-    : QtLineEdit(window, edit, Ownership::Hosts), m_combo(combo) {}
+    : QtLineEdit(window, edit, Ownership::Part), m_combo(combo) {}
 
 bool ComboField::IsConcernedBy(const QEvent& event) {
     switch (event.type()) {

@@ -2,6 +2,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "framework/qt/keys.h"
@@ -72,8 +73,21 @@ bool HasVisibleText(const QKeyEvent& event) {
            !IsControlKey(event);
 }
 
+// The character of a key that has always the same; an event that a program made may lack it.
+std::optional<WPARAM> FixedCharacterOf(const QKeyEvent& event) {
+    if (IsTab(event))
+        return VK_TAB;
+    if (IsEnter(event))
+        return VK_RETURN;
+    if (event.key() == Qt::Key_Escape)
+        return VK_ESCAPE;
+    return event.key() == Qt::Key_Backspace ? std::optional<WPARAM>(VK_BACK) : std::nullopt;
+}
+
 // Letters with Ctrl stand for control characters. The delete key's tells nobody anything.
 std::vector<WPARAM> TypedCharacters(const QKeyEvent& event) {
+    if (const auto fixed = FixedCharacterOf(event); fixed && event.text().isEmpty())
+        return {*fixed};
     if (IsControlKey(event) && event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z)
         return {static_cast<WPARAM>(event.key() - Qt::Key_A + 1)};
     const bool isControl = !event.text().isEmpty() && event.text().front() < QChar(' ');

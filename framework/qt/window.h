@@ -32,7 +32,7 @@ namespace kortavin::qt {
 // this object may be gone.
 class QtWindow : public QObject, public window::NativeWindow {
   public:
-    enum class Ownership { Ours, Hosts };  // ours goes with the window, the host's stays
+    enum class Ownership { Ours, Hosts, Part };  // ours goes with the window, a part with its widget
 
     // Nothing is reported before Begin.
     QtWindow(window::Window& window, QWidget& widget, Ownership ownership);

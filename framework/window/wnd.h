@@ -47,8 +47,7 @@ class KORTAVIN_API CWnd : public CObject {
     // Attaches the object to a window that another made. FALSE when either has one already.
     BOOL SubclassWindow(HWND window);
     BOOL SubclassDlgItem(UINT id, CWnd* parent);
-    // Answers the window, which stays; null for one that stood for a widget of the host, which is that's
-    // again.
+    // Answers the window, which stays; null when it stood for a widget of a host and goes with its object.
     HWND UnsubclassWindow();
     virtual BOOL DestroyWindow();
 

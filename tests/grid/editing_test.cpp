@@ -46,7 +46,6 @@ class GridEditing : public GridWindow {
                 grid->SetItemText(row, col, CGridPos(row, col) == cell ? text : "old");
         grid->SetModified(FALSE);
         grid->SetFocusCell(cell);
-        grid->EnsureVisible(cell.row, cell.col);
         dynamic_cast<EditedGrid&>(*grid).listStyle = listStyle;
         host.told.clear();
     }
@@ -85,9 +84,13 @@ TEST_F(GridEditing, WhatOpensAnEditorDecidesWhatIsSelectedInIt) {
     }
     Start();
     grid->SetItemFormat(1, 1, DT_RIGHT);
+    LOGFONT font;
+    font.lfHeight = -40;
+    CFont large(font);
+    grid->SetFont(&large);
     Type("a");
     EXPECT_EQ(Editor()->GetStyle() & (ES_RIGHT | ES_CENTER), ES_RIGHT);
-    EXPECT_EQ(NativeOf(*Editor()).Font(), grid->GetLogFont());
+    EXPECT_EQ(NativeOf(*Editor()).Font(), font);
 }
 
 TEST_F(GridEditing, TheMouseOpensAnEditorInWhichArrowsMoveTheCaret) {
@@ -114,7 +117,7 @@ TEST_F(GridEditing, TheMouseOpensAnEditorInWhichArrowsMoveTheCaret) {
 
 TEST_F(GridEditing, WhatMayNotBeEditedOpensNothing) {
     Start();
-    const auto opensNothing = [&](const char* typed) {
+    const auto opensNothing = [&](const char* typed = "x\r\xD6\xD0") {
         host.told.clear();
         Type(typed);
         return CWnd::GetFocus() == grid.get() && host.told.empty();
@@ -124,15 +127,15 @@ TEST_F(GridEditing, WhatMayNotBeEditedOpensNothing) {
     KeyUp(VK_CONTROL);
     grid->SetItemState(1, 1, GridStateReadOnly);
     Click(1, 1);
-    EXPECT_TRUE(opensNothing("x\r\xD6\xD0"));
+    EXPECT_TRUE(opensNothing());
     grid->SetItemState(1, 1, 0);
     grid->SetEditable(FALSE);
-    EXPECT_TRUE(opensNothing("x\r\xD6\xD0"));
+    EXPECT_TRUE(opensNothing());
     grid->SetEditable(TRUE);
     grid->SetFocusCell({});
-    EXPECT_TRUE(opensNothing("x\r\xD6\xD0"));
+    EXPECT_TRUE(opensNothing());
     Press(*grid, MiddleOf(2, 2));
-    EXPECT_TRUE(opensNothing("x\r\xD6\xD0")) << "the mouse is at work";
+    EXPECT_TRUE(opensNothing()) << "the mouse is at work";
     Release(*grid, MiddleOf(2, 2));
     for (const DWORD listStyle : {DWORD{0}, CBS_DROPDOWN}) {
         Start({1, 1}, "old", listStyle);
@@ -181,9 +184,7 @@ TEST_F(GridEditing, EnterAndALossOfTheFocusKeepTheTextAndEscDoesNot) {
         [] { Key(VK_RETURN); },
         [] { MoveFocusTo(nullptr); },
         [&] { Click(1, 0); },
-        [&] {
-            grid->MoveWindow({0, 0, 150, 90});
-        },
+        [&] { grid->MoveWindow(CRect(0, 0, 150, 90)); },
         [&] { ScrollBy(*grid, SB_HORZ, SB_LINERIGHT); },
         [] { Key(VK_ESCAPE); },
     };
@@ -216,20 +217,20 @@ TEST_F(GridEditing, AnEditorGrowsWithItsTextUpToTheGridsEdge) {
 }
 
 TEST_F(GridEditing, AListEditorHasRoomForItsItemsAndSelectsByTheBeginning) {
-    for (const auto& [text, shown] :
-         {std::pair("\xBD\xB5", kDescending), {"rIV", "Rivers"}, {"ver", "ver"}, {"", ""}}) {
+    for (const auto& [text, typed, shown] : {std::tuple("\xBD\xB5", "\r", "\xBD\xB5\xD0\xF2|"),
+                                             {"rIV", "\r", "Rivers|"},
+                                             {"ver", "\r", "ver|"},
+                                             {"", "\r", "|"},
+                                             {"ver", "x", "x|"},
+                                             {"ver", " ", " |"},
+                                             {"ver", "\b", "ve|"},
+                                             {"ver", "\xD6\xD0", "\xD6\xD0|"}}) {
         Start({1, 1}, text, CBS_DROPDOWN);
-        Type("\r");
-        EXPECT_EQ(Shown(), std::string(shown) + "|");
-        Key(VK_RETURN);
-        EXPECT_EQ(Text(1, 1), shown);
-    }
-    for (const auto& [typed, shown] :
-         {std::pair("x", "x|"), {" ", " |"}, {"\b", "\xC9\xFD|"}, {"\xD6\xD0", "\xD6\xD0|"}}) {
-        Start({1, 1}, kAscending, CBS_DROPDOWN);
         Type(typed);
         EXPECT_EQ(Shown(), shown);
         EXPECT_TRUE(CWnd::GetFocus()->SendMessage(WM_GETDLGCODE) & DLGC_WANTALLKEYS);
+        Key(VK_RETURN);
+        EXPECT_EQ(Text(1, 1) + "|", shown);
     }
     Start({1, 1}, kAscending, CBS_DROPDOWNLIST);
     Type("x");
@@ -297,10 +298,14 @@ TEST_F(GridEditing, TheGridMayGoInEveryNotification) {
             EXPECT_FALSE(IsThere()) << code;
         }
     }
-    for (const WORD code : {EN_CHANGE, EN_KILLFOCUS, CBN_KILLFOCUS, CBN_EDITCHANGE, CBN_CLOSEUP}) {
+    using Case = std::pair<WORD, DWORD>;
+    for (const auto& [code, listStyle] :
+         {Case(EN_SETFOCUS, 0), Case(EN_CHANGE, 0), Case(EN_KILLFOCUS, 0), Case(CBN_SETFOCUS, CBS_DROPDOWN),
+          Case(CBN_EDITCHANGE, CBS_DROPDOWN), Case(CBN_KILLFOCUS, CBS_DROPDOWN),
+          Case(CBN_KILLFOCUS, CBS_DROPDOWNLIST), Case(CBN_CLOSEUP, CBS_DROPDOWN)}) {
         Start();
         dynamic_cast<EditedGrid&>(*grid).fatalCode = code;
-        edit(code < EN_SETFOCUS ? CBS_DROPDOWN : 0);
+        edit(listStyle);
         EXPECT_FALSE(IsThere()) << code;
     }
 }

@@ -14,316 +14,212 @@ namespace kortavin::testing {
 namespace {
 
 constexpr DWORD kLine = WS_CHILD | WS_VISIBLE | WS_TABSTOP, kText = kLine | ES_MULTILINE;
-constexpr WPARAM kZhong = 0xD6D0;
+constexpr CRect kPlace(110, 0, 210, 20);
 
-// Notes the keys that reach it from its children.
+// Notes the keys that its children leave to it.
 struct Form : QWidget {
     std::vector<int> keys;
 
     void keyPressEvent(QKeyEvent* event) override { keys.push_back(event->key()); }
 };
 
+// Edit boxes of one and of several lines, ours and the host's, and a combo box with an edit field.
 class QtEdits : public QtTest {
   protected:
-
     QtEdits() {
-        m_form.resize(300, 200);
+        m_form.resize(300, 220);
         EXPECT_TRUE(qt::AttachTo(m_parent, m_form));
-        m_parent.interest = {WM_COMMAND};
         m_line.Create(kLine, {0, 0, 100, 20}, &m_parent, 1);
         m_text.Create(kText | ES_WANTRETURN, {0, 30, 100, 100}, &m_parent, 2);
+        EXPECT_TRUE(qt::AttachTo(m_hostsLine, *new QLineEdit(&m_form), 3));
+        EXPECT_TRUE(qt::AttachTo(m_hostsText, *new QPlainTextEdit(&m_form), 4));
+        m_combo.Create(kLine | CBS_DROPDOWN, {0, 110, 100, 200}, &m_parent, 5);
+        m_combo.AddString("item");
+        EXPECT_TRUE(m_field.SubclassDlgItem(kComboEditId, &m_combo));
+        m_field.dialogCode = DLGC_WANTARROWS;
         Activate(m_form);
+        m_parent.interest = {WM_COMMAND};
     }
-
-    static void Type(CWnd& window, std::initializer_list<WPARAM> characters) {
+    static CString Type(CWnd& window, std::initializer_list<WPARAM> characters) {
         for (const WPARAM character : characters)
             window.SendMessage(WM_CHAR, character, 1);
-    }
-    static std::pair<int, int> SelectionOf(CEdit& edit) {
-        std::pair<int, int> ends;
-        edit.GetSel(ends.first, ends.second);
-        return ends;
+        return window.GetWindowText();
     }
     static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
-    static void Compose(QWidget& widget, const QString& preedit, const QString& committed) {
+    static void Compose(const char* preedit, const char* committed) {
         QInputMethodEvent event(preedit, {});
         event.setCommitString(committed);
-        QCoreApplication::sendEvent(&widget, &event);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
     }
 
     Form m_form;
-    TestWindow m_parent;
-    CEdit m_line, m_text;
-};
-
-// A combo box with an edit field, and what hears the field's messages.
-class QtEditableCombo : public QtEdits {
-  protected:
-    QtEditableCombo() {
-        m_combo.Create(kLine | CBS_DROPDOWN, {110, 0, 210, 100}, &m_parent, 3);
-        m_combo.AddString("item");
-        EXPECT_TRUE(m_field.SubclassDlgItem(kComboEditId, &m_combo));
-    }
-    QComboBox& Box() { return dynamic_cast<QComboBox&>(WidgetOf(m_combo)); }
-
+    EventWindow m_parent, m_field;
+    CEdit m_line, m_text, m_hostsLine, m_hostsText;
     CComboBox m_combo;
-    EventWindow m_field;
+    const std::vector<CWnd*> m_all{&m_line, &m_text, &m_hostsLine, &m_hostsText, &m_field};
 };
 
 }  // namespace
 
 TEST_F(QtEdits, BytesComeBackUntilTheUserChangesTheText) {
-    const CString kLong(std::string(33000, 'x'));
-    for (const CString& text :
-         {CString("\x80 \xFF\xD6"), CString("a\r\nb\nc\rd\t"), CString("\x81\x30\x84\x32"), kLong})
-        for (CEdit* const edit : {&m_line, &m_text}) {
+    const CString nbsp("\x81\x30\x84\x32"), broken("a\r\nb\nc\rd\t"), lengthy(std::string(33000, 'x'));
+    for (CWnd* const edit : m_all)
+        for (const CString& text : {CString("\x80\xFF\xD6"), nbsp, broken, edit == &m_line ? lengthy : ""}) {
             edit->SetWindowText(text);
+            m_parent.record.clear();
             EXPECT_EQ(edit->GetWindowText(), text);
-            Type(*edit, {'y', VK_BACK});
-            EXPECT_EQ(edit->GetWindowText(), text);
+            EXPECT_EQ(Type(*edit, {'y', VK_BACK}), text);
+            EXPECT_EQ(m_parent.record.size(), 2U);
         }
-    m_parent.record.clear();
-    m_text.SetWindowText("a\r\nb\n\x81\x30\x84\x32");
-    EXPECT_THAT(m_parent.record, IsEmpty()) << "the user changed nothing";
-    Type(m_text, {'y'});
-    EXPECT_EQ(m_text.GetWindowText(), "ya\r\nb\r\n\x81\x30\x84\x32");
-    EXPECT_EQ(m_parent.record, (Record{{WM_COMMAND, MakeWParam(2, EN_CHANGE)}}));
+    m_text.SetWindowText("a\nb\x81\x30\x84\x32");
+    EXPECT_EQ(Type(m_text, {'y'}), "ya\r\nb\x81\x30\x84\x32");
+    EXPECT_EQ(m_parent.record.back(), std::pair(WM_COMMAND, WPARAM{MakeWParam(2, EN_CHANGE)}));
+    EXPECT_EQ(m_parent.record.size(), 3U) << "not of the program's change";
 }
 
-TEST_F(QtEdits, CharactersAreTypedAndControlCharactersInsertNothing) {
-    for (CEdit* const edit : {&m_line, &m_text}) {
-        Type(*edit, {'a', kZhong, 0x9439FC36, '\t', '\r', 1, 0x1B, 'b', VK_BACK});
-        EXPECT_EQ(edit->GetWindowText(), "a\xD6\xD0\x94\x39\xFC\x36");
-        edit->SendMessage(WM_KEYDOWN, VK_HOME);
-        edit->SendMessage(WM_KEYDOWN, VK_DELETE);
-        EXPECT_EQ(edit->GetWindowText(), "\xD6\xD0\x94\x39\xFC\x36");
-        CEdit readOnly;
-        readOnly.Create(edit->GetStyle() | ES_READONLY, {0, 0, 10, 10}, &m_parent, 4);
-        Type(readOnly, {'a'});
-        EXPECT_EQ(readOnly.GetWindowText(), "");
-    }
-}
-
-TEST_F(QtEdits, SelectionCountsBytes) {
-    const auto check = [](CEdit& edit, const QString& expected, int first, int last,
-                          std::pair<int, int> ends) {
-        edit.SetSel(first, last);
-        auto* const line = qobject_cast<QLineEdit*>(&WidgetOf(edit));
-        const QString shown = line != nullptr
-                                  ? line->selectedText()
-                                  : dynamic_cast<QPlainTextEdit&>(WidgetOf(edit)).textCursor().selectedText();
-        EXPECT_EQ(shown, expected);
-        EXPECT_EQ(SelectionOf(edit), ends);
-    };
-    for (CEdit* const edit : {&m_line, &m_text}) {
-        edit->SetWindowText(
-            "a\xD6\xD0"
-            "b\xB9\xFA\xFF");
-        check(*edit, QString::fromUtf8("中b"), 1, 4, {1, 4});
-        check(*edit, QString::fromUtf8("中b"), 4, 2, {1, 4});
-        check(*edit, QString::fromUtf8("b国\\xFF"), 3, -1, {3, 7});
-        check(*edit, "", -1, 0, {7, 7});
-        check(*edit, "", 5, 5, {4, 4});
+TEST_F(QtEdits, CharactersAreTypedAndSelectedAsBytes) {
+    for (CWnd* const edit : m_all) {
+        EXPECT_EQ(Type(*edit, {'a', 0xD6D0, 0x9439FC36, '\t', '\r', 1, 'b', VK_BACK}),
+                  "a\xD6\xD0\x94\x39\xFC\x36");
+        edit->SetWindowText("a\xD6\xD0\xB9\xFA\xFF");
+        const auto select = [edit](int first, int last) {
+            edit->SendMessage(EM_SETSEL, static_cast<WPARAM>(first), last);
+            return edit->SendMessage(EM_GETSEL);
+        };
+        EXPECT_EQ(select(5, 2), MakeWParam(1, 5));
+        EXPECT_EQ(select(0, -1), MakeWParam(0, 6));
+        EXPECT_EQ(select(-1, 0), MakeWParam(6, 6));
+        EXPECT_EQ(select(3, 4), MakeWParam(3, 3));
+        EXPECT_EQ(Type(*edit, {'x'}), "a\xD6\xD0x\xB9\xFA\\xFF");
     }
     m_text.SetWindowText("a\r\n\xD6\xD0\r\nb");
-    check(m_text, QString::fromUtf8("中\u2029b"), 3, 99, {3, 8});
-    Type(m_text, {'x'});
-    EXPECT_EQ(m_text.GetWindowText(), "a\r\nx");
-    EXPECT_EQ(SelectionOf(m_text), std::pair(4, 4));
+    m_text.SetSel(3, 7);
+    EXPECT_EQ(m_text.SendMessage(EM_GETSEL), MakeWParam(3, 7));
+    EXPECT_EQ(Type(m_text, {'x'}), "a\r\nxb");
+    for (const DWORD style : {kLine, kText}) {
+        CEdit readOnly;
+        readOnly.Create(style | ES_READONLY, kPlace, &m_parent, 6);
+        EXPECT_EQ(Type(readOnly, {'a'}), "");
+    }
 }
 
 TEST_F(QtEdits, DialogGetsItsKeysAndEnterBreaksLinesWhereItIsWanted) {
     CEdit plain;
-    plain.Create(kText, {0, 110, 100, 150}, &m_parent, 4);
-    for (CEdit* const edit : {&m_line, &plain, &m_text}) {
+    plain.Create(kText, kPlace, &m_parent, 6);
+    for (CWnd* const edit : std::vector<CWnd*>{&m_line, &plain, &m_text, &m_combo}) {
         edit->SetFocus();
-        m_form.keys.clear();
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_A})
             Key(key);
-        if (edit == &m_text)
-            EXPECT_EQ(m_form.keys, (std::vector<int>{Qt::Key_Escape}));
-        else
-            EXPECT_EQ(m_form.keys, (std::vector<int>{Qt::Key_Return, Qt::Key_Escape}));
         EXPECT_EQ(edit->GetWindowText(), edit == &m_text ? "\r\na" : "a");
+        const CWnd* const former = CWnd::GetFocus();
         Key(Qt::Key_Tab);
-        EXPECT_NE(CWnd::GetFocus(), edit);
+        EXPECT_NE(CWnd::GetFocus(), former);
     }
+    constexpr int kReturn = Qt::Key_Return, kEscape = Qt::Key_Escape;
+    EXPECT_EQ(m_form.keys, (std::vector{kReturn, kEscape, kReturn, kEscape, kEscape, kReturn, kEscape}));
     plain.SetFocus();
     Key(Qt::Key_Return, Qt::ControlModifier);
     m_text.SetFocus();
     Key(Qt::Key_Return, Qt::ShiftModifier);
-    EXPECT_EQ(plain.GetWindowText(), "a\r\n");
-    EXPECT_EQ(m_text.GetWindowText(), "\r\na\r\n");
+    EXPECT_EQ(plain.GetWindowText() + m_text.GetWindowText(), "a\r\n\r\na\r\n");
 }
 
 TEST_F(QtEdits, WhatIsPastedBecomesOneLine) {
-    auto& line = dynamic_cast<QLineEdit&>(WidgetOf(m_line));
-    m_line.SetWindowText("a\r\nb");
-    m_parent.record.clear();
-    m_line.SetSel(3, 3);
     QApplication::clipboard()->setText("x\ty\n\nz\n");
-    line.paste();
+    m_line.SetWindowText("a\r\nb");
+    m_line.SetSel(3, 3);
+    dynamic_cast<QLineEdit&>(WidgetOf(m_line)).paste();
     EXPECT_EQ(m_line.GetWindowText(), "a\r\nx y  zb") << "the program's own break stays";
-    EXPECT_EQ(SelectionOf(m_line), std::pair(9, 9));
+    EXPECT_EQ(m_line.SendMessage(EM_GETSEL), MakeWParam(9, 9));
     EXPECT_EQ(m_parent.record, (Record{{WM_COMMAND, MakeWParam(1, EN_CHANGE)}}));
-    m_text.SetFocus();
     dynamic_cast<QPlainTextEdit&>(WidgetOf(m_text)).paste();
     EXPECT_EQ(m_text.GetWindowText(), "x\ty\r\n\r\nz\r\n");
 }
 
-TEST_F(QtEdits, ItsMenuTakesNoFocus) {
-    m_line.SetFocus();
-    m_parent.record.clear();
-    QContextMenuEvent event(QContextMenuEvent::Keyboard, {5, 5}, m_form.mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(&WidgetOf(m_line), &event);
-    QWidget* const menu = QApplication::activePopupWidget();
-    ASSERT_NE(qobject_cast<QMenu*>(menu), nullptr);
-    menu->close();
-    EXPECT_EQ(CWnd::GetFocus(), &m_line);
-    EXPECT_THAT(m_parent.record, IsEmpty());
-    m_text.SetFocus();
-    EXPECT_EQ(m_parent.record,
-              (Record{{WM_COMMAND, MakeWParam(1, EN_KILLFOCUS)}, {WM_COMMAND, MakeWParam(2, EN_SETFOCUS)}}));
-}
-
-TEST_F(QtEdits, CompositionGoesOnInTheEditorThatItOpens) {
+TEST_F(QtEdits, EditorOverACellCoversItAndTakesTheCompositionThatOpenedIt) {
+    CEdit edit;
+    CComboBox combo;
     EventWindow cell;
-    cell.Open({110, 0, 210, 20}, &m_parent, 4);
-    CEdit editor;
+    cell.Open(kPlace, &m_parent, 6);
     cell.script = [&](UINT message) {
         if (message == WM_IME_STARTCOMPOSITION) {
-            editor.Create(kLine | WS_BORDER, {110, 0, 210, 20}, &m_parent, 5);
-            editor.SetFocus();
+            edit.Create(kLine | WS_BORDER, kPlace, &m_parent, 7);
+            edit.SetFocus();
         }
         return std::nullopt;
     };
     cell.SetFocus();
-    Compose(WidgetOf(cell), "zhong", "");
-    ASSERT_EQ(QApplication::focusWidget(), &WidgetOf(editor));
-    EXPECT_EQ(editor.GetWindowText(), "");
-    Compose(WidgetOf(editor), "", QString::fromUtf8("中€"));
-    EXPECT_EQ(editor.GetWindowText(), "\xD6\xD0\xA2\xE3");
-}
-
-TEST_F(QtEdits, EditorsOverACellAreOpaqueAndAsHighAsTheCell) {
-    m_form.setPalette(QPalette(Qt::red));
-    CEdit edit;
-    CComboBox combo;
-    edit.Create(kLine | WS_BORDER, {110, 0, 210, 20}, &m_parent, 4);
-    combo.Create(kLine | WS_BORDER | CBS_DROPDOWN, {110, 40, 210, 140}, &m_parent, 5);
+    Compose("zhong", "");
+    EXPECT_EQ(edit.GetWindowText(), "");
+    Compose("", "中€");
+    EXPECT_EQ(edit.GetWindowText(), "\xD6\xD0\xA2\xE3");
+    combo.Create(kLine | WS_BORDER | CBS_DROPDOWN, {110, 20, 210, 100}, &m_parent, 8);
     combo.SetItemHeight(-1, 20);
-    const QImage picture = PictureOf(m_form);
-    for (const QPoint corner : {QPoint(110, 0), QPoint(110, 40)})
-        for (const QPoint offset : {QPoint(0, 0), QPoint(70, 0), QPoint(0, 19), QPoint(70, 19)})
-            EXPECT_NE(picture.pixelColor(corner + offset), Qt::red) << corner.y() << "+" << offset.y();
-    EXPECT_EQ(picture.pixelColor(110, 20), Qt::red);
-    EXPECT_EQ(picture.pixelColor(110, 60), Qt::red);
+    m_form.setPalette(QPalette(Qt::red));
+    const QImage picture = PictureOf(m_form).copy(110, 0, 70, 41);
+    for (const int y : {0, 19, 20, 39, 40})
+        EXPECT_EQ(picture.pixelColor(0, y) == Qt::red, y == 40) << y;
 }
 
-TEST_F(QtEdits, HostsEditsAreTheirsAgain) {
-    QLineEdit line;
-    QPlainTextEdit text;
-    {
-        CEdit first, second;
-        ASSERT_TRUE(qt::AttachTo(first, line, 6));
-        ASSERT_TRUE(qt::AttachTo(second, text, 7));
-        for (CEdit* const edit : {&first, &second}) {
-            edit->SetWindowText("\x80");
-            EXPECT_EQ(edit->GetWindowText(), "\x80");
-            Type(*edit, {'a', '\t'});
-            EXPECT_EQ(edit->GetWindowText(), "a\xA2\xE3");
-        }
-        QTest::keyClick(&text, Qt::Key_Return, Qt::ShiftModifier);
-        EXPECT_EQ(second.GetWindowText(), "a\r\n\xA2\xE3");
-    }
-    QTest::keyClick(&line, 'b');
-    EXPECT_EQ(line.text(), QString::fromUtf8("ab€"));
-}
-
-TEST_F(QtEditableCombo, KeysAndFocusOfItsBoxAreTheFields) {
+TEST_F(QtEdits, KeysAndFocusOfAnEditableComboAreItsFields) {
     m_combo.SetFocus();
+    ASSERT_EQ(QApplication::focusWidget(), &WidgetOf(m_combo));
     EXPECT_EQ(CWnd::GetFocus(), &m_field);
-    ASSERT_EQ(QApplication::focusWidget(), &Box());
     m_field.interest = {WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_LBUTTONDOWN, WM_SETFOCUS, WM_KILLFOCUS};
-    m_field.dialogCode = DLGC_WANTARROWS;
-    Key(Qt::Key_A);
+    Key(Qt::Key_X);
+    EXPECT_EQ(m_field.TakeRecord(), (Record{{WM_KEYDOWN, 'X'}, {WM_CHAR, 'x'}, {WM_KEYUP, 'X'}}));
     Key(Qt::Key_Left, Qt::ControlModifier);
-    EXPECT_EQ(
-        m_field.TakeRecord(),
-        (Record{
-            {WM_KEYDOWN, 'A'}, {WM_CHAR, 'a'}, {WM_KEYUP, 'A'}, {WM_KEYDOWN, VK_CONTROL},
-{WM_KEYDOWN, VK_LEFT}, {WM_KEYUP, VK_LEFT},{WM_KEYUP, VK_CONTROL}}));
-    Compose(Box(), "zhong", "");
-    Compose(Box(), "", QString::fromUtf8("中"));
-    EXPECT_EQ(m_combo.GetWindowText(),
-              "\xD6\xD0"
-              "a");
-    EXPECT_EQ(m_field.GetWindowText(),
-              "\xD6\xD0"
-              "a");
-    EXPECT_EQ(m_field.SendMessage(EM_GETSEL), 2 | 2 << 16);
+    EXPECT_EQ(m_field.TakeRecord().at(1), std::pair(WM_KEYDOWN, WPARAM{VK_LEFT}));
+    Compose("", "中");
+    EXPECT_EQ(m_combo.GetWindowText(), "\xD6\xD0x");
     m_field.record.clear();
-
     m_combo.ShowDropDown();
-    EXPECT_TRUE(m_combo.GetDroppedState());
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
-    EXPECT_FALSE(m_combo.GetDroppedState());
+    auto& line = dynamic_cast<QLineEdit&>(WidgetOf(m_field));
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, {5, 5}, m_form.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&line, &menu);
+    ASSERT_NE(qobject_cast<QMenu*>(QApplication::activePopupWidget()), nullptr);
+    QApplication::activePopupWidget()->close();
     EXPECT_THAT(m_field.record, IsEmpty());
-    QTest::mouseClick(Box().lineEdit(), Qt::LeftButton);
     m_line.SetFocus();
-    QTest::mouseClick(Box().lineEdit(), Qt::LeftButton);
-    EXPECT_EQ(CWnd::GetFocus(), &m_field);
-    EXPECT_EQ(m_field.record, (Record{{WM_LBUTTONDOWN, MK_LBUTTON},
-                                      {WM_KILLFOCUS, ParamOf(m_line)},
-                                      {WM_SETFOCUS, ParamOf(m_line)},
-                                      {WM_LBUTTONDOWN, MK_LBUTTON}}));
-    Key(Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_NE(CWnd::GetFocus(), &m_field);
+    QTest::mouseClick(&line, Qt::LeftButton);
+    EXPECT_EQ(m_field.record.size(), 3U);
+    EXPECT_EQ(m_field.record[1], std::pair(WM_SETFOCUS, ParamOf(m_line)));
+    EXPECT_EQ(m_field.record[2], std::pair(WM_LBUTTONDOWN, WPARAM{MK_LBUTTON}));
 }
 
-TEST_F(QtEditableCombo, SelectsOnlyWhatTheUserSelects) {
+TEST_F(QtEdits, EditableComboSelectsWhatTheUserSelectsOnly) {
     m_combo.SetFocus();
     m_combo.SetWindowText("item");
-    m_parent.record.clear();
     Key(Qt::Key_Return);
     m_line.SetFocus();
     EXPECT_EQ(m_combo.GetCurSel(), CB_ERR);
-    EXPECT_EQ(m_combo.GetCount(), 1);
     m_combo.SetFocus();
     m_parent.record.clear();
     Key(Qt::Key_Down);
-    EXPECT_EQ(m_combo.GetCurSel(), 0);
-    EXPECT_EQ(m_parent.record, (Record{{WM_COMMAND, MakeWParam(3, CBN_SELCHANGE)}}));
-    m_field.SendMessage(WM_CHAR, '!', 1);
-    EXPECT_EQ(m_combo.GetWindowText(), "!");
+    EXPECT_EQ(m_parent.record, (Record{{WM_COMMAND, MakeWParam(5, CBN_SELCHANGE)}}));
+    EXPECT_EQ(Type(m_field, {'!'}), "!") << "over what was selected";
 }
 
-TEST_F(QtEditableCombo, MayGoInAnyOrder) {
-    m_combo.SetFocus();
-    m_field.DestroyWindow();
-    EXPECT_EQ(m_combo.GetDlgItem(kComboEditId), nullptr);
-    m_combo.SetFocus();
-    Key(Qt::Key_A);
-    EXPECT_EQ(m_combo.GetWindowText(), "a");
-    CComboBox second;
-    EventWindow field;
-    second.Create(kLine | CBS_DROPDOWN, {110, 0, 210, 100}, &m_parent, 3);
-    field.SubclassDlgItem(kComboEditId, &second);
-    field.script = [&](UINT message) {
-        if (message == WM_KEYDOWN)
-            second.DestroyWindow();
-        return std::nullopt;
+TEST_F(QtEdits, FieldAndItsComboMayGoInAnyOrder) {
+    m_field.UnsubclassWindow();
+    m_field.SubclassDlgItem(kComboEditId, &m_combo);
+    m_field.script = [&](UINT message) {
+        return message == WM_KEYDOWN && m_field.DestroyWindow() ? std::optional<LRESULT>(0) : std::nullopt;
     };
-    second.SetFocus();
-    Key(Qt::Key_B);
-    EXPECT_EQ(field.m_hWnd, nullptr);
-    second.Create(kLine | CBS_DROPDOWN, {110, 0, 210, 100}, &m_parent, 3);
-    second.SetFocus();
-    delete &WidgetOf(second);
-    EXPECT_EQ(second.m_hWnd, nullptr);
-    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_B}) {
+        m_combo.SetFocus();
+        Key(key);
+    }
+    EXPECT_EQ(m_combo.GetWindowText(), "b") << "the first one took the field along";
+    CComboBox combo;
+    combo.Create(kLine | CBS_DROPDOWN, kPlace, &m_parent, 6);
+    m_field.SubclassDlgItem(kComboEditId, &combo);
+    combo.SetFocus();
+    delete &WidgetOf(combo);
+    EXPECT_EQ(m_field.m_hWnd, nullptr);
 }
 
 }  // namespace kortavin::testing
