@@ -16,6 +16,14 @@ std::unordered_set<Window*>& LivingWindows() {
     return *windows;
 }
 
+void MakeComboField(HWND combo) {
+    const bool hasField =
+        combo->Kind() == WindowKind::ComboBox && (combo->Style() & CBS_DROPDOWNLIST) == CBS_DROPDOWN;
+    if (hasField)
+        Window::Create({WindowKind::Edit, combo, nullptr, kComboEditId, WS_CHILD | WS_VISIBLE},
+                       [combo](Window& field) { return combo->Native().AsCombo()->MakeEditField(field); });
+}
+
 }  // namespace
 
 bool IsWindow(HWND window) {
@@ -61,9 +69,12 @@ HWND Window::Create(const WindowPlace& place, const WindowRequest& request) {
         Create(place, [&](Window& made) { return RequireToolkit().MakeWindow(request, made); });
     if (request.font != nullptr)
         window->m_font = *request.font;
-    if (place.kind == WindowKind::ComboBox && (place.style & CBS_DROPDOWNLIST) == CBS_DROPDOWN)
-        Create({WindowKind::Edit, window, nullptr, kComboEditId, WS_CHILD | WS_VISIBLE},
-               [window](Window& field) { return window->Native().AsCombo()->MakeEditField(field); });
+    try {
+        MakeComboField(window);
+    } catch (...) {
+        window->Destroy();
+        throw;
+    }
     return window;
 }
 

@@ -104,7 +104,6 @@ TEST_F(GridEditing, TheMouseOpensAnEditorInWhichArrowsMoveTheCaret) {
     EXPECT_EQ(After(VK_RIGHT, MK_SHIFT), "a[\xD6\xD0]");
     EXPECT_EQ(After('B'), "ab|");
     EXPECT_EQ(After(VK_DOWN, MK_CONTROL), "[old]");
-    EXPECT_EQ(grid->GetFocusCell(), CGridPos(2, 1));
     EXPECT_EQ(Text(1, 1), "ab");
     DoubleClick(*grid, MiddleOf(2, 2));
     EXPECT_EQ(Shown(), "old|");
@@ -174,8 +173,7 @@ TEST_F(GridEditing, TabGoesOnInTheNextCellAndScrollsToIt) {
     };
     goesTo(0, {1, 7});
     goesTo(0, {2, 1});
-    goesTo(0, {2, 2});
-    goesTo(MK_SHIFT, {2, 1});
+    goesTo(MK_SHIFT, {1, 7});
     EXPECT_EQ(Text(1, 6), "x");
 }
 
@@ -267,13 +265,8 @@ TEST_F(GridEditing, AListEditorEndsOnTheReleaseOfAKeyOrByCtrlWithAnArrow) {
         Key(VK_DOWN);
         EXPECT_EQ(After(VK_ESCAPE), "");
         EXPECT_EQ(Text(2, 2), kAscending);
-        EXPECT_EQ(host.told.back(), "-106 2,2");
         EXPECT_EQ(Editor(), nullptr);
     }
-    Start({1, 1}, "old", CBS_DROPDOWN);
-    Type("x");
-    MoveFocusTo(nullptr);
-    EXPECT_EQ(Text(1, 1), "x");
 }
 
 TEST_F(GridEditing, TheGridMayGoInEveryNotification) {

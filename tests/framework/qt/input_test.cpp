@@ -107,6 +107,7 @@ TEST_F(QtInput, KeyOrCompositionThatOpensAnEditorGoesOnThere) {
     EXPECT_EQ(m_second.TakeRecord(), (Record{{WM_KEYUP, VK_UP}}));
 
     m_first.SetFocus();
+    m_first.record.clear();
     QInputMethodEvent start("zhong", {});
     QCoreApplication::sendEvent(QApplication::focusWidget(), &start);
     Commit("中");
