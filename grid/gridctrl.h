@@ -136,20 +136,28 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     COLORREF GetGridColor() const { return m_gridColour; }
     void SetGridLines(int lines);
     int GetGridLines() const { return m_gridLines; }
+    // Cells may be edited, but for those that are GridStateReadOnly.
     void SetEditable(BOOL on) { m_editable = on; }
     BOOL IsEditable() const { return m_editable; }
+    // Whole rows are selected, and a click on a column heading sorts by it (SetSortOnClick).
     void SetListMode(BOOL on);
     BOOL GetListMode() const { return m_listMode; }
+    // In list mode one row is selected at a time; whatever the mode, Ctrl keeps no former selection.
     void SetSingleRowSelection(BOOL on) { m_singleRowSelection = on; }
     BOOL GetSingleRowSelection() const { return m_singleRowSelection; }
+    // While FALSE no selection operation has an effect.
     void EnableSelection(BOOL on) { m_enableSelection = on; }
     BOOL IsSelectionEnabled() const { return m_enableSelection; }
     void SetSortOnClick(BOOL on) { m_sortOnClick = on; }
     BOOL GetSortOnClick() const { return m_sortOnClick; }
+    // Tab moves between cells; else it leaves the grid, as Ctrl+Tab always does.
     void SetHandleTabKey(BOOL on) { m_handleTabKey = on; }
     BOOL GetHandleTabKey() const { return m_handleTabKey; }
+    // A press on a selected cell of a grid that has the focus starts no selection; its release clears the
+    // selection.
     void SetDragPrepare(BOOL on) { m_allowDragPrepare = on; }
     BOOL GetDragPrepare() const { return m_allowDragPrepare; }
+    // Whether borders in the headings can be dragged.
     void SetRowResize(BOOL on) { m_allowRowResize = on; }
     BOOL GetRowResize() const { return m_allowRowResize; }
     void SetColumnResize(BOOL on) { m_allowColumnResize = on; }
@@ -179,36 +187,52 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     std::size_t GetSelectedCount() const { return m_selectedCells.size(); }
 
     // --- Geometry
+    // The first row and column behind the fixed ones that show: they begin at or behind the scroll position.
     CGridPos GetFirstScrollCell() const;
+    // From there to the last ones that show, cut ones included; pRect receives the extent of all cells that
+    // are drawn, with exclusive right and bottom. The other counts whole cells only and may be invalid.
     CGridRange GetVisibleScrollRange(CRect* pRect = nullptr) const;
     CGridRange GetFullyVisibleScrollRange() const;
+    // FALSE for cells that are scrolled out at the top or left; those behind the client area have a place.
     BOOL GetCellTopLeft(int row, int col, CPoint* p) const;
     BOOL GetCellRect(int row, int col, CRect* r) const;  // right and bottom are the last pixels
     BOOL GetCellRect(const CGridPos& cell, CRect* r) const { return GetCellRect(cell.row, cell.col, r); }
+    // Row or column -1 where there is none, and on fixed ones that are not allowed. A border belongs to the
+    // cell behind it.
     CGridPos HitTestCell(CPoint pt, BOOL bAllowFixedCellCheck = TRUE) const;
-    BOOL IsCellVisible(int row, int col) const;
+    BOOL IsCellVisible(int row, int col) const;  // at least in part; FALSE without a window
+    // Within 3 pixels of a border that can be dragged, in the fixed columns (rows).
     BOOL IsOnRowBorder(CPoint pt) const;
     BOOL IsOnColumnBorder(CPoint pt) const;
+    // Sets pages and ranges by the sizes. Called by the grid whenever these change.
     void UpdateScrollBars();
+    // In pixels of what scrolls; with bGetTrackPos, of the thumb while it is dragged.
     int GetScrollPosition(int bar, BOOL bGetTrackPos = FALSE) const;
     void SetScrollPosition(int bar, int pos, BOOL bRedraw = TRUE);
     void EnsureVisible(int row, int col);  // nothing for a cell that does not exist
 
     // --- Painting
+    // At once, on the given context or on the grid's own; where the toolkit draws in paints only, the cell is
+    // invalidated. FALSE for cells that do not show; of a row or column, when one of its cells does not.
     BOOL RedrawCell(int row, int col, CDC* pDC = nullptr);
     BOOL RedrawRow(int row);
     BOOL RedrawColumn(int col);
     BOOL InvalidateCell(CGridPos cell);
 
     // --- Fitting and sorting
+    // To the largest extent of the cells (MeasureCell). FALSE, and nothing changes, without a window.
     BOOL FitRowToText(int row);
     BOOL FitColumnToText(int col);
     void FitRowsToText();
     void FitColumnsToText();
     void FitToText();
+    // All sizes get the same more, or less, so that together they fill the client area.
     void StretchRowsToFit();
     void StretchColumnsToFit();
     void StretchToFit();
+    // Rows behind the fixed ones, by one column's texts (in the order of their bytes) or data. Selection and
+    // focus are cleared. FALSE for a column that does not exist and for fewer than two rows. Compare answers
+    // below 0, 0 or above 0.
     using Compare = int (*)(LPARAM item1, LPARAM item2, LPARAM data);
     BOOL SortRowsByText(int col, BOOL bAscending);
     BOOL SortRowsByData(Compare compare, int col, BOOL bAscending, LPARAM data);
@@ -224,7 +248,10 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     // What holds of every grid at all times; empty when it does, else what does not. For tests and debugging.
     CString CheckConsistency() const;
 
-    // What a derived class may change.
+    // What a derived class may change. nChar is what started an edit: a character, VK_LBUTTON, or the key
+    // that ended the one before. CreateCellEditor makes a window that owns itself, has the id and reports its
+    // end by GridNotifyEndEdit. NewCell's result is the grid's, made by new; ClearCell must leave the cell
+    // unselected. The rectangles of cells have their last pixels as right and bottom.
     virtual void OnEditSelectAll();
     virtual void OnRowHeadingClick(CGridPos& cell);
     virtual void OnColumnHeadingClick(CGridPos& cell);
