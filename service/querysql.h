@@ -18,6 +18,13 @@ class KORTAVIN_API CQuerySql {
 
     void SetDatabase(CGeoDatabase* database);
 
+    // Runs the query wizard, in which the user composes a statement. 1 and the statement in `sql` when it was
+    // confirmed; otherwise 0, and `sql` stays as it was: also without an open connection, when nothing opens.
+    // The tables that the user chose are there again in the next run, also after a cancelled one. Throws
+    // CNotSupportedException when the driver has no catalog of tables, and CResourceException when no window
+    // can be opened (no display); the host's source of resources is as it was in every case.
+    int ConstructQuery(CString& sql);
+
     // Executes a statement and hands out its open recordset (a _CRecordsetEx), which the caller releases with
     // ReleaseRecordset. Null when it fails, also for lack of memory, without any message.
     void* GetReocrd(CString& sql);

@@ -30,3 +30,11 @@ void DDX_Control(CDataExchange* exchange, int id, CWnd& control) {
     if (!control.SubclassWindow(exchange->PrepareCtrl(id)))
         ThrowForControl(TextId::ControlTaken, id);
 }
+
+void DDX_Text(CDataExchange* exchange, int id, CString& text) {
+    CWnd* const control = CWnd::FromHandle(exchange->PrepareCtrl(id));
+    if (exchange->m_bSaveAndValidate)
+        control->GetWindowText(text);
+    else if (control->GetWindowText() != text)
+        control->SetWindowText(text);
+}

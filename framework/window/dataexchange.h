@@ -17,3 +17,6 @@ class KORTAVIN_API CDataExchange {
 // Attaches the object to the dialog's control, unless it has a window. CNotSupportedException when the dialog
 // has no such control, or another object is attached to it.
 KORTAVIN_API void DDX_Control(CDataExchange* exchange, int id, CWnd& control);
+
+// Moves a control's text. CNotSupportedException when the dialog has no such control.
+KORTAVIN_API void DDX_Text(CDataExchange* exchange, int id, CString& text);

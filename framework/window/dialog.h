@@ -38,6 +38,7 @@ class KORTAVIN_API CDialog : public CWnd {
     void OnClose();
 
   private:
+    friend class CPropertySheet;
     kortavin::window::FoundDialog FindTemplate() const;
     void Open(const kortavin::window::FoundDialog& found);
     void FocusFirstControl();

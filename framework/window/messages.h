@@ -68,6 +68,9 @@ inline constexpr WORD CBN_KILLFOCUS = 4;
 inline constexpr WORD CBN_EDITCHANGE = 5;
 inline constexpr WORD CBN_DROPDOWN = 7;
 inline constexpr WORD CBN_CLOSEUP = 8;
+inline constexpr WORD LBN_SELCHANGE = 1;
+inline constexpr WORD LBN_DBLCLK = 2;
+inline constexpr WORD TCN_SELCHANGE = 0xFDD9;
 
 // Answers to WM_GETDLGCODE: which keys a window wants for itself. Of Tab, Enter and Esc, which dialogs use,
 // it hears only if it asks: Enter comes with the characters, Esc with all keys only.

@@ -37,3 +37,8 @@ inline constexpr DWORD CBS_OWNERDRAWFIXED = 0x10;
 inline constexpr DWORD CBS_AUTOHSCROLL = 0x40;
 inline constexpr DWORD CBS_SORT = 0x100;
 inline constexpr DWORD CBS_HASSTRINGS = 0x200;
+
+// List boxes.
+inline constexpr DWORD LBS_NOTIFY = 0x1;  // tells its parent of selections and double clicks
+inline constexpr DWORD LBS_SORT = 0x2;
+inline constexpr DWORD LBS_NOINTEGRALHEIGHT = 0x100;  // as high as it was made, whatever fits

@@ -49,14 +49,25 @@ Painter::~Painter() = default;
 NativeWindow::~NativeWindow() = default;
 NativeButton::~NativeButton() = default;
 NativeCombo::~NativeCombo() = default;
+NativeList::~NativeList() = default;
+NativeTabs::~NativeTabs() = default;
+AccessibleTable::~AccessibleTable() = default;
 Toolkit::~Toolkit() = default;
 
 void NativeWindow::ObjectLeft() {}
+void NativeWindow::SetAccessibleTable(AccessibleTable*) {}
+void NativeWindow::TellTableChange(TableChange, AccessibleTable::Cell) {}
 
 NativeCombo* NativeWindow::AsCombo() {
     return nullptr;
 }
 NativeButton* NativeWindow::AsButton() {
+    return nullptr;
+}
+NativeList* NativeWindow::AsList() {
+    return nullptr;
+}
+NativeTabs* NativeWindow::AsTabs() {
     return nullptr;
 }
 

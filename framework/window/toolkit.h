@@ -10,6 +10,7 @@
 #include "framework/base/cstring.h"
 #include "framework/base/exception.h"
 #include "framework/base/geometry.h"
+#include "framework/window/accessibletable.h"
 #include "framework/window/gdi.h"
 #include "framework/window/messages.h"
 
@@ -75,6 +76,8 @@ struct ScrollState {
 
 class NativeCombo;
 class NativeButton;
+class NativeList;
+class NativeTabs;
 
 // What the toolkit made for one window. The toolkit reports what happens to it as messages to its Window;
 // where the library has no better answer it hands the message back to DefaultProc. Destroyed by the Window.
@@ -133,10 +136,15 @@ class KORTAVIN_API NativeWindow {
 
     // Name and description for screen readers; the text that is shown stays as it is.
     virtual void SetAccessibleText(std::string_view name, std::string_view description) = 0;
+    // The window shows a table, which must live as long as it or until null is set. The default tells nobody.
+    virtual void SetAccessibleTable(AccessibleTable* table);
+    virtual void TellTableChange(TableChange change, AccessibleTable::Cell cell);
 
     // The operations of particular controls; null for all other windows.
     virtual NativeCombo* AsCombo();
     virtual NativeButton* AsButton();
+    virtual NativeList* AsList();
+    virtual NativeTabs* AsTabs();
 };
 
 class KORTAVIN_API NativeButton {
@@ -174,7 +182,34 @@ class KORTAVIN_API NativeCombo {
     virtual std::unique_ptr<NativeWindow> MakeEditField(Window& field);  // null: there is none
 };
 
-enum class WindowKind { Plain, Dialog, Static, Button, ComboBox, Edit };
+// A list box with at most one item selected. What the program does to it is not reported; what the user does
+// is, with the LBN_ codes, after it has happened.
+class KORTAVIN_API NativeList {
+  public:
+    virtual ~NativeList();
+    virtual int Count() const = 0;
+    virtual void Insert(int index, std::string_view text) = 0;  // 0 .. Count()
+    virtual void Remove(int index) = 0;
+    virtual void Clear() = 0;
+    virtual CString ItemText(int index) const = 0;
+    virtual int Selection() const = 0;  // -1: none
+    virtual void Select(int index) = 0;
+};
+
+// A row of tabs over a frame in which pages are shown; the pages are windows of their own, beside this one.
+// The user's choice of another tab, also by Ctrl with PgUp and PgDn from anywhere in the dialog, is reported
+// with TCN_SELCHANGE when the tab has changed already; who does not agree selects the former one again.
+class KORTAVIN_API NativeTabs {
+  public:
+    virtual ~NativeTabs();
+    virtual void Add(std::string_view text) = 0;
+    virtual int Selection() const = 0;                  // -1: none
+    virtual void Select(int index) = 0;                 // not reported
+    virtual CRect Around(const CRect& page) const = 0;  // where the whole window lies if the page lies there
+    virtual CRect TabRect(int index) const = 0;         // in the client area
+};
+
+enum class WindowKind { Plain, Dialog, Static, Button, ComboBox, Edit, ListBox, Tabs };
 
 // What the library asks a toolkit to make.
 struct WindowRequest {
@@ -191,6 +226,20 @@ struct ColorRequest {
     COLORREF initial = 0;
     bool preselect = false;  // starts with `initial`; otherwise with black
     bool fullOpen = false;   // with the part for custom colours open
+    NativeWindow* parent = nullptr;
+};
+
+// What a modal file chooser is given.
+struct FileRequest {
+    struct Filter {
+        CString name;      // as people see it
+        CString patterns;  // separated by ';', letter case without meaning
+    };
+    bool forOpening = true;  // an existing file; else a name to write to
+    bool confirmReplacing = false;
+    std::vector<Filter> filters;
+    CString defaultExtension;  // added to a name typed without one; empty: nothing is
+    CString initialName;       // the system's own bytes
     NativeWindow* parent = nullptr;
 };
 
@@ -221,6 +270,10 @@ class KORTAVIN_API Toolkit {
     virtual int ShowMessageBox(std::string_view text, UINT type, NativeWindow* parent) = 0;
     // Runs the chooser; nothing when the user cancels. CResourceException when it cannot open.
     virtual std::optional<COLORREF> ChooseColor(const ColorRequest& request) = 0;
+    // The same for a file: its path in the system's own bytes.
+    virtual std::optional<CString> ChooseFile(const FileRequest& request) = 0;
+
+    virtual void SetClipboardText(std::string_view text) = 0;
 };
 
 using ToolkitFactory = std::unique_ptr<Toolkit> (*)();

@@ -19,8 +19,9 @@ struct NamedKind {
     WindowKind kind;
 };
 constexpr std::array kControls{
-    NamedKind{"Static", WindowKind::Static}, NamedKind{"Button", WindowKind::Button},
-    NamedKind{"ComboBox", WindowKind::ComboBox}, NamedKind{"Edit", WindowKind::Edit}};
+    NamedKind{"Static", WindowKind::Static},     NamedKind{"Button", WindowKind::Button},
+    NamedKind{"ComboBox", WindowKind::ComboBox}, NamedKind{"Edit", WindowKind::Edit},
+    NamedKind{"ListBox", WindowKind::ListBox},   NamedKind{"Tabs", WindowKind::Tabs}};
 
 std::vector<std::string>& RegisteredClasses() {
     static auto* classes = new std::vector<std::string>;
