@@ -4,9 +4,20 @@
 
 #include "framework/window/toolkit.h"
 
-namespace {
+COLORREF GetSysColor(int index) {
+    const auto* const toolkit = kortavin::window::CurrentToolkit();
+    return toolkit != nullptr ? toolkit->SystemColor(index) : kortavin::window::PlainColor(index);
+}
 
-// A plain desktop's, black on white with grey buttons.
+int GetSystemMetrics(int index) {
+    constexpr int kPlainBarWidth = 17;
+    if (const auto* const toolkit = kortavin::window::CurrentToolkit(); toolkit != nullptr)
+        return toolkit->SystemMetric(index);
+    return index == SM_CXVSCROLL || index == SM_CYHSCROLL ? kPlainBarWidth : 0;
+}
+
+namespace kortavin::window {
+
 COLORREF PlainColor(int index) {
     switch (index) {
         case COLOR_WINDOW:
@@ -24,22 +35,6 @@ COLORREF PlainColor(int index) {
             return 0;
     }
 }
-
-}  // namespace
-
-COLORREF GetSysColor(int index) {
-    const auto* const toolkit = kortavin::window::CurrentToolkit();
-    return toolkit != nullptr ? toolkit->SystemColor(index) : PlainColor(index);
-}
-
-int GetSystemMetrics(int index) {
-    constexpr int kPlainBarWidth = 17;
-    if (const auto* const toolkit = kortavin::window::CurrentToolkit(); toolkit != nullptr)
-        return toolkit->SystemMetric(index);
-    return index == SM_CXVSCROLL || index == SM_CYHSCROLL ? kPlainBarWidth : 0;
-}
-
-namespace kortavin::window {
 
 LOGFONT MessageBoxFont() {
     if (const auto* const toolkit = CurrentToolkit(); toolkit != nullptr)

@@ -27,6 +27,9 @@ KORTAVIN_API int GetSystemMetrics(int index);
 
 namespace kortavin::window {
 
+// The colours of that plain desktop.
+KORTAVIN_API COLORREF PlainColor(int index);
+
 // The font in which message boxes are written, which new grids take. Loads no toolkit either.
 KORTAVIN_API LOGFONT MessageBoxFont();
 

@@ -129,6 +129,52 @@ class MemoryCombo : public MemoryWindow, public window::NativeCombo {
     bool m_isOpen = false;
 };
 
+class MemoryList : public MemoryWindow, public window::NativeList {
+  public:
+    static constexpr int kItemHeight = 16;
+    using MemoryWindow::MemoryWindow;
+
+    bool TakesFocusByClick() const override { return true; }
+    LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    window::NativeList* AsList() override { return this; }
+    int Count() const override { return static_cast<int>(m_items.size()); }
+    void Insert(int index, std::string_view text) override { m_items.emplace(m_items.begin() + index, text); }
+    void Remove(int index) override;
+    void Clear() override;
+    CString ItemText(int index) const override { return m_items.at(static_cast<size_t>(index)); }
+    int Selection() const override { return m_selection; }
+    void Select(int index) override { m_selection = index; }
+
+  private:
+    void SelectByUser(int index);
+    void Tell(WORD code);
+
+    std::vector<CString> m_items;
+    int m_selection = -1;
+};
+
+class MemoryTabs : public MemoryWindow, public window::NativeTabs {
+  public:
+    using MemoryWindow::MemoryWindow;
+
+    LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    window::NativeTabs* AsTabs() override { return this; }
+    void Add(std::string_view) override { ++m_count; }
+    int Selection() const override { return m_selection; }
+    void Select(int index) override { m_selection = index; }
+    CRect Around(const CRect& page) const override;
+    CRect TabRect(int index) const override;
+
+  private:
+    static constexpr int kFrame = 2;
+    static constexpr CSize kTab{60, 20};
+
+    void SelectByUser(int index);
+
+    int m_count = 0;
+    int m_selection = -1;
+};
+
 // The keys that a dialog takes from its controls: Tab moves the focus, Enter presses a push button, Esc
 // cancels. A control keeps those that it asks for by its dialog code. True: the key was the dialog's.
 bool HandleDialogKey(HWND target, UINT key);

@@ -14,24 +14,6 @@ using kortavin::window::IsWindow;
 namespace kortavin::testing {
 namespace {
 
-COLORREF PlainColor(int index) {
-    switch (index) {
-        case COLOR_WINDOW:
-        case COLOR_HIGHLIGHTTEXT:
-        case COLOR_3DHIGHLIGHT:
-            return RGB(255, 255, 255);
-        case COLOR_HIGHLIGHT:
-            return RGB(0, 0, 128);
-        case COLOR_BTNFACE:
-            return RGB(192, 192, 192);
-        case COLOR_BTNSHADOW:
-        case COLOR_GRAYTEXT:
-            return RGB(128, 128, 128);
-        default:
-            return RGB(0, 0, 0);
-    }
-}
-
 template <class T>
 T TakeFirst(std::deque<T>& queue) {
     T first = queue.empty() ? T() : std::move(queue.front());
@@ -60,6 +42,10 @@ std::unique_ptr<window::NativeWindow> MemoryToolkit::MakeWindow(const window::Wi
             return std::make_unique<MemoryButton>(*this, window, request);
         case window::WindowKind::ComboBox:
             return std::make_unique<MemoryCombo>(*this, window, request);
+        case window::WindowKind::ListBox:
+            return std::make_unique<MemoryList>(*this, window, request);
+        case window::WindowKind::Tabs:
+            return std::make_unique<MemoryTabs>(*this, window, request);
         default:
             return std::make_unique<MemoryWindow>(*this, window, request);
     }
@@ -78,7 +64,7 @@ LOGFONT MemoryToolkit::MessageBoxFont() const {
 
 COLORREF MemoryToolkit::SystemColor(int index) const {
     const auto found = m_colorOverrides.find(index);
-    return found != m_colorOverrides.end() ? found->second : PlainColor(index);
+    return found != m_colorOverrides.end() ? found->second : window::PlainColor(index);
 }
 
 void MemoryToolkit::SetSystemColor(int index, COLORREF color) {
@@ -186,6 +172,12 @@ std::optional<COLORREF> MemoryToolkit::ChooseColor(const window::ColorRequest& r
     EndCapture();
     m_colorRequests.push_back(request);
     return TakeFirst(m_colors);
+}
+
+std::optional<CString> MemoryToolkit::ChooseFile(const window::FileRequest& request) {
+    EndCapture();
+    m_fileRequests.push_back(request);
+    return TakeFirst(m_files);
 }
 
 void MemoryToolkit::Forget(MemoryWindow& window) {

@@ -121,6 +121,10 @@ class MemoryToolkit : public window::Toolkit {
     void LetNextColorChooserFail() { m_colorFails = true; }
     void LetNextWindowFail() { m_windowFails = true; }
     const std::vector<window::ColorRequest>& ColorRequests() const { return m_colorRequests; }
+    // The same for files.
+    void NextFile(std::optional<CString> path) { m_files.push_back(std::move(path)); }
+    const std::vector<window::FileRequest>& FileRequests() const { return m_fileRequests; }
+    const CString& ClipboardText() const { return m_clipboard; }
     // What the user will do in the next modal dialog, before all that was posted is sent. A dialog that it
     // does not end is closed as by its close button.
     void NextModal(std::function<void()> script) { m_modalScripts.push_back(std::move(script)); }
@@ -160,6 +164,8 @@ class MemoryToolkit : public window::Toolkit {
     void EndModal(window::NativeWindow& dialog) override;
     int ShowMessageBox(std::string_view text, UINT type, window::NativeWindow* parent) override;
     std::optional<COLORREF> ChooseColor(const window::ColorRequest& request) override;
+    std::optional<CString> ChooseFile(const window::FileRequest& request) override;
+    void SetClipboardText(std::string_view text) override { m_clipboard = CString(text); }
 
   private:
     friend class MemoryWindow;
@@ -183,6 +189,9 @@ class MemoryToolkit : public window::Toolkit {
     std::deque<std::function<void()>> m_modalScripts;
     std::deque<std::optional<COLORREF>> m_colors;
     std::vector<window::ColorRequest> m_colorRequests;
+    std::deque<std::optional<CString>> m_files;
+    std::vector<window::FileRequest> m_fileRequests;
+    CString m_clipboard;
     std::vector<CString> m_messageBoxes;
     bool m_colorFails = false;
     bool m_windowFails = false;
