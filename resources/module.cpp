@@ -1,5 +1,7 @@
 #include "resources/module.h"
 
+#include "resources/dialogs.h"
+
 namespace kortavin::resources {
 namespace {
 
@@ -13,7 +15,7 @@ const char* NumberedText(unsigned number) {
 const window::ResourceModule& Module() {
     static const window::ResourceModule module{
         "Kortavin.dll",
-        {},
+        Dialogs(),
         &NumberedText,
         {KORTAVIN_VERSION_MAJOR, KORTAVIN_VERSION_MINOR, KORTAVIN_VERSION_PATCH, "Kortavin",
          Text(TextId::ProductDescription)}};

@@ -2,16 +2,6 @@
 
 #include "framework/window/wnd.h"
 
-// Styles of edit boxes.
-inline constexpr DWORD ES_LEFT = 0x0;
-inline constexpr DWORD ES_CENTER = 0x1;
-inline constexpr DWORD ES_RIGHT = 0x2;
-inline constexpr DWORD ES_MULTILINE = 0x4;
-inline constexpr DWORD ES_AUTOVSCROLL = 0x40;
-inline constexpr DWORD ES_AUTOHSCROLL = 0x80;
-inline constexpr DWORD ES_READONLY = 0x800;
-inline constexpr DWORD ES_WANTRETURN = 0x1000;  // Enter breaks the line; else it is the dialog's
-
 // Messages to edit boxes and to the edit field of a combo box, which the toolkit answers. Places in the text
 // are byte offsets.
 inline constexpr UINT EM_GETSEL = 0x00B0;       // answers the two ends as LOWORD and HIWORD

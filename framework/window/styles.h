@@ -42,3 +42,13 @@ inline constexpr DWORD CBS_HASSTRINGS = 0x200;
 inline constexpr DWORD LBS_NOTIFY = 0x1;  // tells its parent of selections and double clicks
 inline constexpr DWORD LBS_SORT = 0x2;
 inline constexpr DWORD LBS_NOINTEGRALHEIGHT = 0x100;  // as high as it was made, whatever fits
+
+// Edit boxes.
+inline constexpr DWORD ES_LEFT = 0x0;
+inline constexpr DWORD ES_CENTER = 0x1;
+inline constexpr DWORD ES_RIGHT = 0x2;
+inline constexpr DWORD ES_MULTILINE = 0x4;
+inline constexpr DWORD ES_AUTOVSCROLL = 0x40;
+inline constexpr DWORD ES_AUTOHSCROLL = 0x80;
+inline constexpr DWORD ES_READONLY = 0x800;
+inline constexpr DWORD ES_WANTRETURN = 0x1000;  // Enter breaks the line; else it is the dialog's
