@@ -3,8 +3,15 @@
 #include <algorithm>
 #include <memory>
 
+#include "resources/texts.h"
 #include "service/exportrows.h"
 #include "service/statement.h"
+#include "wizard/pagefields.h"
+#include "wizard/pageorder.h"
+#include "wizard/pagerelation.h"
+#include "wizard/pageseltable.h"
+#include "wizard/pagesql.h"
+#include "wizard/pagewhere.h"
 
 using kortavin::service::RowExport;
 
@@ -16,6 +23,32 @@ CQuerySql::~CQuerySql() = default;
 
 void CQuerySql::SetDatabase(CGeoDatabase* database) {
     m_pDatabase = database;
+}
+
+int CQuerySql::ConstructQuery(CString& sql) {
+    if (m_pDatabase == nullptr || !m_pDatabase->IsOpen())
+        return 0;
+    m_pDatabase->GetAllTables(m_Tables);
+
+    CSqlSheet sheet(Text(kortavin::resources::TextId::BuildQuery));
+    sheet.m_pDatabase = m_pDatabase;
+    sheet.m_pTables = &m_Tables;
+    sheet.m_pSelTables = &m_SelTables;
+    CPageSelTable tables;
+    CPageRelation relations;
+    CPageFields fields;
+    CPageWhere conditions;
+    CPageOrder order;
+    CPageSql statement;
+    for (CWizardPage* const page :
+         std::initializer_list<CWizardPage*>{&tables, &relations, &fields, &conditions, &order, &statement}) {
+        page->SetSheet(&sheet);
+        sheet.AddPage(page);
+    }
+    if (sheet.DoModal() != IDOK)
+        return 0;
+    sql = sheet.m_strSql;
+    return 1;
 }
 
 void* CQuerySql::GetReocrd(CString& sql) {

@@ -1,0 +1,47 @@
+#include "wizard/pagerelation.h"
+
+#include "query/clauses.h"
+#include "resources/texts.h"
+
+namespace resources = kortavin::resources;
+namespace window = kortavin::window;
+using resources::TextId;
+
+CPageRelation::CPageRelation() : CGridPage(resources::kRelationsPage) {}
+CPageRelation::~CPageRelation() = default;
+
+const window::MessageMap* CPageRelation::GetMessageMap() const {
+    static constexpr window::MessageEntry kEntries[] = {
+        window::OnCommand<resources::kAddButton, &CPageRelation::OnAdd>(),
+        window::OnCommand<resources::kDeleteButton, &CPageRelation::OnDelete>()};
+    static const window::MessageMap map{CGridPage::GetMessageMap(), kEntries};
+    return &map;
+}
+
+void CPageRelation::SetUpGrid() {
+    m_Grid.SetRowCount(2);
+    m_Grid.SetFixedRowCount(1);
+    m_Grid.SetColumnCount(4);
+    WriteHeading(0, 0, TextId::FirstTable);
+    WriteHeading(0, 1, TextId::Field);
+    WriteHeading(0, 2, TextId::SecondTable);
+    WriteHeading(0, 3, TextId::Field);
+}
+
+bool CPageRelation::AppendsAfter(int col) const {
+    return col == 2 || col == 3;
+}
+
+void CPageRelation::AppendRow() {
+    AppendEmptyRow();
+    CopyTablesDown({0, 2});
+    Redraw();
+}
+
+void CPageRelation::StoreClause() {
+    std::vector<kortavin::query::RelationRow> rows;
+    for (int row = 1; row < m_Grid.GetRowCount(); ++row)
+        rows.push_back({m_Grid.GetItemText(row, 0), m_Grid.GetItemText(row, 1), m_Grid.GetItemText(row, 2),
+                        m_Grid.GetItemText(row, 3)});
+    m_pSheet->StoreRelation(kortavin::query::BuildRelationClause(rows));
+}
