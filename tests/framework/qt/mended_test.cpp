@@ -74,13 +74,18 @@ TEST_F(QtGuests, PickerHasTheColoursAndTheFontOfItsComboBox) {
     palette.setColor(QPalette::Text, Qt::yellow);
     palette.setColor(QPalette::Disabled, QPalette::Text, Qt::red);
     m_combo.setPalette(palette);
-    const auto colors = [this] {  // in the square, and beyond it
+    // Where the square lies is a matter of the font, but its inside is of one colour.
+    const auto squareShows = [this](const QColor& color) {
         const QImage picture = PictureOf(m_combo);
-        return std::pair(picture.pixelColor(20, 10), picture.pixelColor(100, 15));
+        for (int x = 4; x < 40; ++x)
+            if (picture.pixelColor(x, picture.height() / 2) == color)
+                return true;
+        return false;
     };
-    EXPECT_EQ(colors(), std::pair(QColor(Qt::yellow), QColor(Qt::darkBlue)));
+    EXPECT_TRUE(squareShows(Qt::yellow));
+    EXPECT_EQ(PictureOf(m_combo).pixelColor(100, 15), QColor(Qt::darkBlue));
     m_combo.setEnabled(false);
-    EXPECT_EQ(colors().first, QColor(Qt::red));
+    EXPECT_TRUE(squareShows(Qt::red));
     QFont font = m_combo.font();
     font.setPixelSize(37);
     m_combo.setFont(font);
