@@ -95,6 +95,12 @@ enum class TextId {
     SampleData,
     Table,
     Field,
+    NoFileChooser,
+    OpenFile,
+    SaveFile,
+    FileName,
+    FileType,
+    LookIn,
     Count,  // not a text
 };
 

@@ -3,9 +3,13 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <algorithm>
 #include <utility>
 
 #include "framework/qt/colors.h"
@@ -44,6 +48,46 @@ void NameButtons(QDialog& box) {
             button->setText(ToQt(resources::Text(text)));
 }
 
+void NameLabels(QFileDialog& box, resources::TextId accept) {
+    const std::pair<QFileDialog::DialogLabel, resources::TextId> names[] = {
+        {QFileDialog::Accept, accept},
+        {QFileDialog::Reject, resources::TextId::Cancel},
+        {QFileDialog::FileName, resources::TextId::FileName},
+        {QFileDialog::FileType, resources::TextId::FileType},
+        {QFileDialog::LookIn, resources::TextId::LookIn},
+    };
+    for (const auto& [which, text] : names)
+        box.setLabelText(which, ToQt(resources::Text(text)));
+    box.setWindowTitle(ToQt(resources::Text(accept)));
+}
+
+// Without a dot a file is one of "*.*" too. Qt reads patterns of ASCII only; "?" stands for the rest.
+QString PatternOf(const QString& pattern) {
+    static const QRegularExpression notAscii("[^ -~]");
+    const QString trimmed = pattern.trimmed();
+    return trimmed == "*.*" ? QString("*") : QString(trimmed).replace(notAscii, "?");
+}
+
+// People see the name only, to which Qt wants the patterns appended.
+QString FilterOf(const window::FileRequest::Filter& filter) {
+    QStringList patterns = ToQt(filter.patterns.View()).split(';', Qt::SkipEmptyParts);
+    std::ranges::transform(patterns, patterns.begin(), PatternOf);
+    return ToQt(filter.name.View()) + " (" + patterns.join(' ') + ')';
+}
+
+void SetFilters(QFileDialog& box, const std::vector<window::FileRequest::Filter>& filters) {
+    QStringList names;
+    for (const auto& filter : filters)
+        names.append(FilterOf(filter));
+    box.setOption(QFileDialog::HideNameFilterDetails);
+    if (!names.isEmpty())
+        box.setNameFilters(names);
+}
+
+QByteArray SystemBytes(const CString& text) {
+    return {text.View().data(), static_cast<qsizetype>(text.View().size())};
+}
+
 }  // namespace
 
 QWidget* WindowBelowBox(QWidget* named) {
@@ -74,6 +118,25 @@ std::optional<COLORREF> ChooseColor(const window::ColorRequest& request, QWidget
     if (answer != QDialog::Accepted || !box.IsLeft())
         return std::nullopt;
     return FromQt(box->selectedColor());
+}
+
+std::optional<CString> ChooseFile(const window::FileRequest& request, QWidget* parent) {
+    const ModalBox<QFileDialog> box(parent);
+    // The desktop's own may tell the case of letters in patterns, and speaks another language.
+    box->setOption(QFileDialog::DontUseNativeDialog);
+    box->setOption(QFileDialog::DontConfirmOverwrite, !request.confirmReplacing);
+    box->setAcceptMode(request.forOpening ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+    box->setFileMode(request.forOpening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    box->setDefaultSuffix(ToQt(request.defaultExtension.View()));
+    NameLabels(*box, request.forOpening ? resources::TextId::OpenFile : resources::TextId::SaveFile);
+    SetFilters(*box, request.filters);
+    if (!request.initialName.IsEmpty())
+        box->selectFile(QFile::decodeName(SystemBytes(request.initialName)));
+    const int answer = box->exec();
+    if (answer != QDialog::Accepted || !box.IsLeft() || box->selectedFiles().isEmpty())
+        return std::nullopt;
+    const QByteArray path = QFile::encodeName(box->selectedFiles().front());
+    return CString(std::string_view(path.constData(), static_cast<std::size_t>(path.size())));
 }
 
 }  // namespace kortavin::qt

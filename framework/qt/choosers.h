@@ -20,4 +20,6 @@ int ShowMessageBox(std::string_view text, QWidget* parent);
 // Of the request all but its parent; the part for custom colours is always open.
 std::optional<COLORREF> ChooseColor(const window::ColorRequest& request, QWidget* parent);
 
+std::optional<CString> ChooseFile(const window::FileRequest& request, QWidget* parent);
+
 }  // namespace kortavin::qt

@@ -4,6 +4,8 @@
 #include <QAccessibleWidget>
 #include <QLineEdit>
 
+#include "framework/qt/accessibletable.h"
+
 namespace kortavin::qt {
 namespace {
 
@@ -80,23 +82,17 @@ QAccessibleInterface* MakeComboAccess(const QString& className, QObject* object)
     return new ComboAccess(qobject_cast<QComboBox*>(object));
 }
 
-// Has the next one who asks get a new one.
-void ForgetInterface(QComboBox& combo) {
-    if (auto* const made = QAccessible::queryAccessibleInterface(&combo); made != nullptr)
-        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(made));
-}
-
 }  // namespace
 
 void AttachComboAccess(QComboBox& combo) {
     QAccessible::installFactory(&MakeComboAccess);
     combo.setProperty(kAttachedProperty, true);
-    ForgetInterface(combo);
+    ForgetAccessible(combo);
 }
 
 void DetachComboAccess(QComboBox& combo) {
     combo.setProperty(kAttachedProperty, QVariant());
-    ForgetInterface(combo);
+    ForgetAccessible(combo);
 }
 
 void AnnounceComboItem(QComboBox& combo) {

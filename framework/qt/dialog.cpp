@@ -71,6 +71,18 @@ void QtDialog::Resize(QSize size) {
     Widget()->setFixedSize(size);
 }
 
+void QtDialog::Move(const CRect& rect) {
+    if (IsVisible()) {
+        QtWindow::Move(rect);
+        return;
+    }
+    const QPointer<QtDialog> alive(this);
+    if (Widget() != nullptr)
+        Resize(QSize(rect.Width(), rect.Height()).expandedTo({0, 0}));
+    if (alive != nullptr)
+        ReportSize();
+}
+
 void QtDialog::Run() {
     if (m_hasEnded || Widget() == nullptr)
         return;

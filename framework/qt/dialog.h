@@ -13,6 +13,8 @@ class QtDialog : public QtWindow {
     QtDialog(window::Window& window, const window::WindowRequest& request);
     ~QtDialog() override;
 
+    // Qt puts it in the middle when it first shows.
+    void Move(const CRect& rect) override;
     // Shows it and runs a loop until End; at once when that was called before. It may be gone afterwards.
     void Run();
     void End();

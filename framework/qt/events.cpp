@@ -9,6 +9,7 @@
 #include <exception>
 #include <utility>
 
+#include "framework/qt/accessibletable.h"
 #include "framework/qt/capture.h"
 #include "framework/qt/geometry.h"
 #include "framework/qt/keys.h"
@@ -219,6 +220,7 @@ bool QtWindow::OnClose(QEvent& event) {
 bool QtWindow::OnFocusIn() {
     if (m_window.Kind() != window::WindowKind::Plain)
         return false;
+    TellFocusLater(*this);
     const QPointer<QtWindow> alive(this);
     const auto code = static_cast<UINT>(window::Report(m_window, WM_GETDLGCODE));
     if (alive != nullptr && m_widget != nullptr)

@@ -1,11 +1,15 @@
 #include "framework/qt/qttoolkit.h"
 
+#include <QClipboard>
 #include <QCursor>
 #include <QFrame>
 #include <QScreen>
+#include <QTabWidget>
+#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "framework/qt/accessibletable.h"
 #include "framework/qt/application.h"
 #include "framework/qt/capture.h"
 #include "framework/qt/choosers.h"
@@ -31,10 +35,20 @@ std::unique_ptr<window::Toolkit> MakeQtToolkit() {
 // The one object that is constructed at load.
 [[maybe_unused]] const bool s_isRegistered = (window::RegisterToolkit(&MakeQtToolkit), true);
 
+// A page shows the pane of the tabs that it lies on, which many styles give a colour of its own.
+bool LiesOnTabs(const CRect& rect, const QWidget* parent) {
+    const auto tabs = parent != nullptr ? parent->findChildren<QTabWidget*>(Qt::FindDirectChildrenOnly)
+                                        : QList<QTabWidget*>();
+    return std::ranges::any_of(tabs,
+                               [&rect](const auto* each) { return each->geometry().contains(ToQt(rect)); });
+}
+
 std::unique_ptr<QtWindow> MakePlain(window::Window& window, const window::WindowRequest& request) {
-    auto* const frame = new QFrame(ParentWidget(request));
+    QWidget* const parent = ParentWidget(request);
+    auto* const frame = new QFrame(parent);
     frame->setFocusPolicy(Qt::TabFocus);
-    frame->setAutoFillBackground(true);  // Qt moves pixels of opaque widgets only
+    // Qt moves pixels of opaque widgets only.
+    frame->setAutoFillBackground(!LiesOnTabs(request.rect, parent));
     if ((request.style & WS_BORDER) != 0)
         frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     return std::make_unique<QtWindow>(window, *frame, QtWindow::Ownership::Ours);
@@ -53,6 +67,10 @@ std::unique_ptr<QtWindow> Make(window::Window& window, const window::WindowReque
         case window::WindowKind::Edit:
             return (request.style & ES_MULTILINE) != 0 ? MakeTextEdit(window, request)
                                                        : MakeLineEdit(window, request);
+        case window::WindowKind::ListBox:
+            return MakeListBox(window, request);
+        case window::WindowKind::Tabs:
+            return MakeTabs(window, request);
         case window::WindowKind::Plain:
             break;
     }
@@ -89,6 +107,7 @@ void QtToolkit::Prepare() {
     m_application = qApp;
     connect(qApp, &QApplication::focusChanged, this, &QtToolkit::OnFocusChanged);
     TranslateQt();
+    InstallTableAccess();
 }
 
 std::unique_ptr<window::NativeWindow> QtToolkit::MakeWindow(const window::WindowRequest& request,
@@ -184,6 +203,18 @@ std::optional<COLORREF> QtToolkit::ChooseColor(const window::ColorRequest& reque
         throw CResourceException(resources::Text(resources::TextId::NoColorChooser));
     Prepare();
     return qt::ChooseColor(request, WidgetOf(request.parent));
+}
+
+std::optional<CString> QtToolkit::ChooseFile(const window::FileRequest& request) {
+    if (QCoreApplication::closingDown())
+        throw CResourceException(resources::Text(resources::TextId::NoFileChooser));
+    Prepare();
+    return qt::ChooseFile(request, WidgetOf(request.parent));
+}
+
+void QtToolkit::SetClipboardText(std::string_view text) {
+    Prepare();
+    QGuiApplication::clipboard()->setText(ToQt(text));
 }
 
 // A popup of the window that has the focus takes only the keys, not the focus.

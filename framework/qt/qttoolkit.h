@@ -39,6 +39,9 @@ class QtToolkit : public QObject, public window::Toolkit {
 
     int ShowMessageBox(std::string_view text, UINT type, window::NativeWindow* parent) override;
     std::optional<COLORREF> ChooseColor(const window::ColorRequest& request) override;
+    std::optional<CString> ChooseFile(const window::FileRequest& request) override;
+
+    void SetClipboardText(std::string_view text) override;
 
     // While one lives, changes of the keyboard focus are the program's doing and not reported.
     class FocusByProgram {

@@ -45,4 +45,9 @@ class ScrollBars : public QObject {
     QPointer<QWidget> m_corner;  // between the ends of both
 };
 
+// Of a widget that scrolls by itself: it shows the bar where its style has one and its content needs it.
+inline Qt::ScrollBarPolicy BarPolicy(DWORD style, DWORD bar) {
+    return (style & bar) != 0 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
+}
+
 }  // namespace kortavin::qt

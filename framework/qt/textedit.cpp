@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "framework/qt/edit.h"
+#include "framework/qt/scrollbars.h"
 #include "framework/window/edit.h"
 
 namespace kortavin::qt {
@@ -97,17 +98,13 @@ class QtTextEdit final : public QtEdit {
     bool m_isShowing = false;
 };
 
-Qt::ScrollBarPolicy PolicyOf(DWORD style, DWORD bar) {
-    return (style & bar) != 0 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
-}
-
 void SetStyle(QPlainTextEdit& edit, DWORD style) {
     if ((style & WS_BORDER) == 0)
         edit.setFrameShape(QFrame::NoFrame);
     if ((style & (ES_AUTOHSCROLL | WS_HSCROLL)) != 0)
         edit.setLineWrapMode(QPlainTextEdit::NoWrap);
-    edit.setVerticalScrollBarPolicy(PolicyOf(style, WS_VSCROLL));
-    edit.setHorizontalScrollBarPolicy(PolicyOf(style, WS_HSCROLL));
+    edit.setVerticalScrollBarPolicy(BarPolicy(style, WS_VSCROLL));
+    edit.setHorizontalScrollBarPolicy(BarPolicy(style, WS_HSCROLL));
     QTextOption option = edit.document()->defaultTextOption();
     option.setAlignment(AlignmentOf(style));
     edit.document()->setDefaultTextOption(option);

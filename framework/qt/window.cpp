@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "framework/qt/accessibletable.h"
 #include "framework/qt/application.h"
 #include "framework/qt/capture.h"
 #include "framework/qt/font.h"
@@ -50,6 +51,29 @@ Qt::CursorShape ToQt(window::CursorShape shape) {
     return Qt::ArrowCursor;
 }
 
+// An edit field leaves the focus to its combo box.
+bool IsTabStop(const QWidget& widget) {
+    const QWidget* const proxy = widget.focusProxy();
+    return widget.focusPolicy() != Qt::NoFocus && (proxy == nullptr || widget.isAncestorOf(proxy));
+}
+
+const window::Window* RootOf(const window::Window& window) {
+    const window::Window* root = &window;
+    while (root->Parent() != nullptr)
+        root = root->Parent();
+    return root;
+}
+
+// In the order of the tree, those in one top window with `widget`, which is being made for `made`.
+void CollectTabStops(const window::Window& from, const window::Window& made, QWidget& widget,
+                     std::vector<QWidget*>& stops) {
+    QWidget* const own = &from == &made ? &widget : static_cast<QtWindow&>(from.Native()).Widget();
+    if (own != nullptr && own->window() == widget.window() && IsTabStop(*own))
+        stops.push_back(own);
+    for (const window::Window* const child : from.Children())
+        CollectTabStops(*child, made, widget, stops);
+}
+
 }  // namespace
 
 QtWindow::QtWindow(window::Window& window, QWidget& widget, Ownership ownership)
@@ -59,7 +83,7 @@ QtWindow::QtWindow(window::Window& window, QWidget& widget, Ownership ownership)
 }
 
 QtWindow::~QtWindow() {
-    WindowsByWidget().erase(m_key);
+    Unregister();
     ForgetKeys();
     if (Capture::Holder() == this)
         Capture::End();
@@ -71,8 +95,18 @@ QtWindow::~QtWindow() {
         TakeAway(*m_widget);
 }
 
-void QtWindow::OnWidgetGone() {
+void QtWindow::AddPart(const QWidget& part) {
+    m_part = &part;
+    WindowsByWidget()[m_part] = this;
+}
+
+void QtWindow::Unregister() const {
     WindowsByWidget().erase(m_key);
+    WindowsByWidget().erase(m_part);
+}
+
+void QtWindow::OnWidgetGone() {
+    Unregister();
     window::ReportGone(m_window);
 }
 
@@ -109,9 +143,22 @@ void QtWindow::Begin(const window::WindowRequest& request) {
     m_widget->setEnabled((request.style & WS_DISABLED) == 0);
     if ((request.style & WS_TABSTOP) == 0)
         m_widget->setFocusPolicy(static_cast<Qt::FocusPolicy>(m_widget->focusPolicy() & ~Qt::TabFocus));
+    TakeTabPlace();
     if ((request.style & WS_VISIBLE) != 0)
         m_widget->show();
     BeginReporting();
+}
+
+// The Tab key follows the tree of windows. Qt puts a new widget behind all others, which is right for the
+// last one, and for the first one too, since the order is a ring.
+void QtWindow::TakeTabPlace() {
+    if (!IsTabStop(*m_widget))
+        return;
+    std::vector<QWidget*> stops;
+    CollectTabStops(*RootOf(m_window), m_window, *m_widget, stops);
+    const auto place = std::ranges::find(stops, m_widget.data());
+    if (place != stops.begin() && place + 1 < stops.end())
+        QWidget::setTabOrder(*(place - 1), m_widget);
 }
 
 void QtWindow::BeginReporting() {
@@ -225,6 +272,17 @@ void QtWindow::SetAccessibleText(std::string_view name, std::string_view descrip
         return;
     m_widget->setAccessibleName(ToQt(name));
     m_widget->setAccessibleDescription(ToQt(description));
+}
+
+// What was made for the widget before the table was there knows nothing of it.
+void QtWindow::SetAccessibleTable(window::AccessibleTable* table) {
+    if (std::exchange(m_table, table) != table && m_widget != nullptr && CanTouchWidgets())
+        ForgetAccessible(*m_widget);
+}
+
+void QtWindow::TellTableChange(window::TableChange change, window::AccessibleTable::Cell cell) {
+    if (m_widget != nullptr && m_table != nullptr)
+        qt::TellTableChange(*m_widget, change, cell);
 }
 
 QWidget* ParentWidget(const window::WindowRequest& request) {

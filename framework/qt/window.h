@@ -96,6 +96,9 @@ class QtWindow : public QObject, public window::NativeWindow {
 
     void ObjectLeft() override;
     void SetAccessibleText(std::string_view name, std::string_view description) override;
+    void SetAccessibleTable(window::AccessibleTable* table) override;
+    void TellTableChange(window::TableChange change, window::AccessibleTable::Cell cell) override;
+    window::AccessibleTable* Table() const { return m_table; }  // null: shows none
 
     // Runs what paints the window or one part of it (of a combo box: an item). An error is told from the
     // loop, not in the midst of painting, and once for as long as any part fails at each try.
@@ -124,6 +127,9 @@ class QtWindow : public QObject, public window::NativeWindow {
     // The keys that the widget itself is made for: the answer to WM_GETDLGCODE where no handler has one.
     virtual UINT DialogCode() const { return 0; }
     virtual void Resize(QSize size);  // of the whole widget, with border and bars
+    void ReportSize();                // if it differs from what was last reported
+    // A part of the widget that has the focus and the keys for it, and lives as long.
+    void AddPart(const QWidget& part);
 
   private:
     struct ReportedEvent;
@@ -143,13 +149,14 @@ class QtWindow : public QObject, public window::NativeWindow {
     bool AskForCursor(UINT message);  // false: the window is gone
     void OnPainted(int part);
     void OnPaintError(int part) noexcept;
+    void Unregister() const;
     void OnWidgetGone();
     void FollowParent();
     int BorderWidth() const;  // around the client area and the bars
     QRect InnerArea() const;  // within the border
     bool IsLeftAlone() const;
     CPoint ClientPoint(QPoint widgetPoint) const;  // clamped while confined
-    void ReportSize();                             // if it differs from what was last reported
+    void TakeTabPlace();
 
     bool OnShortcutOverride(QKeyEvent& event);
     bool OnKeyPress(QKeyEvent& event);
@@ -167,7 +174,8 @@ class QtWindow : public QObject, public window::NativeWindow {
 
     window::Window& m_window;
     QPointer<QWidget> m_widget;
-    const QObject* m_key;  // what it was once it is gone
+    const QObject* m_key;             // what it was once it is gone
+    const QObject* m_part = nullptr;  // the same; null: it has none
     Ownership m_ownership;
     bool m_isReporting = false;
     bool m_wasCursorSet = false;
@@ -185,6 +193,7 @@ class QtWindow : public QObject, public window::NativeWindow {
     std::optional<CRect> m_confinement;
     std::map<UINT_PTR, int> m_timers;  // Qt's ids by ours
     std::unique_ptr<ScrollBars> m_bars;
+    window::AccessibleTable* m_table = nullptr;
 };
 
 // The window of a widget: one that only stands for it, where it has none. Null for null.
@@ -200,6 +209,8 @@ std::unique_ptr<QtWindow> MakeCombo(window::Window& window, const window::Window
 std::unique_ptr<QtWindow> MakeLabel(window::Window& window, const window::WindowRequest& request);
 std::unique_ptr<QtWindow> MakeLineEdit(window::Window& window, const window::WindowRequest& request);
 std::unique_ptr<QtWindow> MakeTextEdit(window::Window& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeListBox(window::Window& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeTabs(window::Window& window, const window::WindowRequest& request);
 std::unique_ptr<QtWindow> AttachButton(window::Window& window, QAbstractButton& widget);
 std::unique_ptr<QtWindow> AttachCombo(window::Window& window, QComboBox& widget);
 std::unique_ptr<QtWindow> AttachLabel(window::Window& window, QWidget& widget);

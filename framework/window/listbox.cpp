@@ -1,5 +1,9 @@
 #include "framework/window/listbox.h"
 
+#include <algorithm>
+#include <functional>
+#include <ranges>
+
 #include "framework/window/window.h"
 
 namespace {
@@ -8,11 +12,11 @@ kortavin::window::NativeList* ListOf(HWND window) {
     return window != nullptr ? window->Native().AsList() : nullptr;
 }
 
+// Behind its equals.
 int PlaceInOrder(const kortavin::window::NativeList& list, const CString& text) {
-    int place = 0;
-    while (place < list.Count() && list.ItemText(place) <= text)
-        ++place;
-    return place;
+    const auto places = std::views::iota(0, list.Count());
+    return *std::ranges::upper_bound(places, text, std::less<>(),
+                                     [&list](int place) { return list.ItemText(place); });
 }
 
 }  // namespace

@@ -163,15 +163,25 @@ void CPropertySheet::MakeButtons(const CRect& tabs) {
     MoveWindow({place, CSize(tabs.right + margin.cx, corner.y + size.cy + margin.cy)});
 }
 
+// A page whose set-up fails has no controls again, and can be tried anew.
+void CPropertySheet::SetUp(CPropertyPage& page, const window::FoundDialog& found) {
+    page.m_isSetUp = true;
+    try {
+        page.m_unit = window::MakeControls(page.m_hWnd, *found.dialog, *found.module);
+        page.OnInitDialog();
+    } catch (...) {
+        while (page.m_hWnd != nullptr && !page.m_hWnd->Children().empty())
+            page.m_hWnd->Children().back()->Destroy();
+        page.m_isSetUp = false;
+        throw;
+    }
+}
+
 // FALSE when the page refuses.
 bool CPropertySheet::Activate(int index) {
     CPropertyPage& page = *GetPage(index);
-    if (!page.m_isSetUp) {
-        const auto& [dialog, module] = m_templates[static_cast<std::size_t>(index)];
-        page.m_unit = window::MakeControls(page.m_hWnd, *dialog, *module);
-        page.m_isSetUp = true;
-        page.OnInitDialog();
-    }
+    if (!page.m_isSetUp)
+        SetUp(page, m_templates[static_cast<std::size_t>(index)]);
     return page.m_hWnd != nullptr && page.OnSetActive();
 }
 

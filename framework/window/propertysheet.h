@@ -68,6 +68,7 @@ class KORTAVIN_API CPropertySheet : public CDialog {
     kortavin::window::NativeTabs& Tabs() const;
     CRect MakePages();
     void MakeButtons(const CRect& tabs);
+    void SetUp(CPropertyPage& page, const kortavin::window::FoundDialog& found);
     bool Activate(int index);
     void ShowOnly(int index);
 

@@ -98,6 +98,7 @@ HWND CWnd::UnsubclassWindow() {
     const HWND former = std::exchange(m_hWnd, nullptr);
     if (former != nullptr && former->Object() == this) {
         former->SetObject(nullptr);
+        former->Native().SetAccessibleTable(nullptr);  // which was the object's
         former->Native().ObjectLeft();
     }
     return window::IsWindow(former) ? former : nullptr;
