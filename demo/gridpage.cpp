@@ -2,9 +2,12 @@
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QCheckBox>
+#include <algorithm>
+#include <set>
 #include <vector>
 
 #include "framework/qt/qtwidgets.h"
+#include "grid/gridcellcombo.h"
 #include "sample/sample.h"
 #include "service/statement.h"
 
@@ -12,6 +15,7 @@ namespace kortavin::demo {
 namespace {
 
 constexpr int kRows = 100'000;
+constexpr int kCountry = 3;  // column of the cities
 
 using Row = std::vector<CString>;
 
@@ -40,6 +44,20 @@ void SetRow(CGridCtrl& grid, int row, const Row& texts) {
 
 }  // namespace
 
+void ListedGrid::SetChoices(int col, const CStringArray& choices) {
+    m_listed = col;
+    m_choices = choices;
+}
+
+void ListedGrid::CreateCellEditor(CRect& rect, DWORD dwStyle, UINT nID, int row, int col, const char* text,
+                                  int nChar) {
+    if (col == m_listed)
+        CGridCellCombo::Open(this, rect, CBS_DROPDOWN, nID, row, col, m_choices, text,
+                             static_cast<UINT>(nChar));
+    else
+        CGridCtrl::CreateCellEditor(rect, dwStyle, nID, row, col, text, nChar);
+}
+
 GridPage::GridPage() {
     auto* column = new QVBoxLayout(this);
     column->addLayout(MakeSwitches());
@@ -51,7 +69,7 @@ GridPage::GridPage() {
     Fill();
     qt::AttachTo(m_grid, *place);
     for (int col = 0; col < m_grid.GetColumnCount(); ++col)
-        m_grid.SetColumnWidth(col, col == 0 ? 64 : 104);
+        m_grid.SetColumnWidth(col, col == 0 ? 64 : std::max(104, m_grid.MeasureCell(0, col, nullptr).cx));
     for (int row = 0; row < m_grid.GetRowCount(); ++row)
         m_grid.SetRowHeight(row, 24);
     m_grid.SetFocusCell(1, 1);
@@ -64,16 +82,26 @@ void GridPage::Fill() {
     m_grid.SetFixedRowCount(1);
     m_grid.SetFixedColumnCount(1);
     SetRow(m_grid, 0, rows.front());
+    std::set<CString> countries;
+    for (std::size_t i = 1; i < rows.size(); ++i)
+        countries.insert(rows[i][kCountry]);
+    CStringArray choices;
+    for (const CString& country : countries)
+        choices.Add(country);
+    m_grid.SetChoices(kCountry + 1, choices);
     for (int row = 1; row <= kRows; ++row) {
         SetRow(m_grid, row, rows[1 + static_cast<std::size_t>(row - 1) % (rows.size() - 1)]);
         CString number;
-        number.Format("%d", row);
+        number.Format("%6d", row);  // in the order of texts, too
         m_grid.SetItemText(row, 0, number);
     }
     for (int row = 0; row <= kRows; ++row)
         for (int col = 0; col < m_grid.GetColumnCount(); ++col)
             m_grid.SetItemFormat(row, col,
-                                 DT_VCENTER | DT_SINGLELINE | (row == 0 || col == 0 ? DT_CENTER : DT_LEFT));
+                                 DT_VCENTER | DT_SINGLELINE |
+                                     (row == 0   ? DT_CENTER
+                                      : col == 0 ? DT_RIGHT
+                                                 : DT_LEFT));
 }
 
 QHBoxLayout* GridPage::MakeSwitches() {

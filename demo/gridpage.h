@@ -2,6 +2,7 @@
 
 #include <QtWidgets/QWidget>
 
+#include "framework/base/arrays.h"
 #include "grid/gridctrl.h"
 
 class QCheckBox;
@@ -9,13 +10,26 @@ class QHBoxLayout;
 
 namespace kortavin::demo {
 
+// A table in which the texts of one column are chosen from a list.
+class ListedGrid : public CGridCtrl {
+  public:
+    void SetChoices(int col, const CStringArray& choices);
+    int ListedColumn() const { return m_listed; }
+    void CreateCellEditor(CRect& rect, DWORD dwStyle, UINT nID, int row, int col, const char* text,
+                          int nChar) override;
+
+  private:
+    int m_listed = -1;
+    CStringArray m_choices;
+};
+
 // The page "表格": the sample's cities again and again, a hundred thousand rows to scroll, select, sort and
 // edit.
 class GridPage : public QWidget {
   public:
     GridPage();
 
-    const CGridCtrl& Grid() const { return m_grid; }
+    const ListedGrid& Grid() const { return m_grid; }
 
   private:
     void Fill();
@@ -24,7 +38,7 @@ class GridPage : public QWidget {
     void AddSwitch(QHBoxLayout& row, const QString& text, const char* name, bool isOn,
                    void (CGridCtrl::*set)(BOOL));
 
-    CGridCtrl m_grid;
+    ListedGrid m_grid;
 };
 
 }  // namespace kortavin::demo

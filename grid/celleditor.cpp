@@ -1,7 +1,5 @@
 #include "grid/celleditor.h"
 
-#include "framework/window/window.h"
-
 namespace kortavin::grid {
 
 FirstCharacter EffectOfFirst(UINT firstChar, bool isList) {
@@ -19,8 +17,9 @@ FirstCharacter EffectOfFirst(UINT firstChar, bool isList) {
     }
 }
 
-bool IsLeavingKey(UINT key) {
-    return key == VK_PRIOR || key == VK_NEXT || (key >= VK_LEFT && key <= VK_DOWN);
+bool IsLeavingKey(UINT key, bool evenWithoutCtrl) {
+    const bool leads = key == VK_PRIOR || key == VK_NEXT || (key >= VK_LEFT && key <= VK_DOWN);
+    return leads && (evenWithoutCtrl || window::RequireToolkit().IsKeyDown(VK_CONTROL));
 }
 
 void ReportEdit(CWnd& editor, CGridPos cell, const CString& text, UINT lastChar) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "framework/window/metrics.h"
+#include "grid/darkness.h"
 #include "grid/gridctrl.h"
 
 // The picture of one cell. Rectangles have their last pixels as right and bottom.
@@ -30,10 +31,12 @@ COLORREF OwnOr(COLORREF own, COLORREF fallback) {
     return own == kGridDefaultColour ? fallback : own;
 }
 
-void DrawFrame(CDC& dc, const CRect& rect) {
-    dc.SelectStockObject(BLACK_PEN);
+void DrawFrame(CDC& dc, const CRect& rect, COLORREF color) {
+    CPen pen(PS_SOLID, 1, color);
+    CPen* const former = dc.SelectObject(&pen);
     dc.SelectStockObject(NULL_BRUSH);
     dc.Rectangle(rect);
+    dc.SelectObject(former);
 }
 
 // A line in each of two sides that meet in a corner, from the upper right one on.
@@ -62,11 +65,12 @@ BOOL CGridCtrl::PaintCell(CDC* pDC, int row, int col, CRect rect) {
     dc.SetBkMode(TRANSPARENT);
     const bool hasFocus = (cell->state & GridStateFocused) != 0;
     const bool isSelected = !hasFocus && (cell->state & GridStateSelected) != 0;
-    const COLORREF background = OwnOr(cell->bkColour, m_textBkColour);
-    dc.FillSolidRect(Widened(rect), isSelected ? GetSysColor(COLOR_HIGHLIGHT) : background);
-    dc.SetTextColor(isSelected ? GetSysColor(COLOR_HIGHLIGHTTEXT) : OwnOr(cell->fgColour, m_textColour));
+    const COLORREF ground = isSelected ? GetSysColor(COLOR_HIGHLIGHT) : OwnOr(cell->bkColour, m_textBkColour);
+    const COLORREF text = isSelected ? GetSysColor(COLOR_HIGHLIGHTTEXT) : OwnOr(cell->fgColour, m_textColour);
+    dc.FillSolidRect(Widened(rect), ground);
+    dc.SetTextColor(text);
     if (hasFocus || (cell->state & GridStateDropHilited) != 0)
-        DrawFrame(dc, rect);
+        DrawFrame(dc, rect, kortavin::grid::IsDark(ground) ? text : RGB(0, 0, 0));
     if (hasFocus)
         rect.DeflateRect(1, 1);
     DrawCellContent(dc, row, col, rect, FontFor(row, col, false));

@@ -5,6 +5,8 @@
 
 // Editing in place, and what the owner is told of it.
 
+using kortavin::window::TableChange;
+
 LRESULT CGridCtrl::NotifyParent(int row, int col, int code) {
     CWnd* const owner = GetOwner();
     if (owner == nullptr)
@@ -14,10 +16,19 @@ LRESULT CGridCtrl::NotifyParent(int row, int col, int code) {
     return owner->SendMessage(WM_NOTIFY, id, reinterpret_cast<LPARAM>(&record));
 }
 
+namespace {
+
+// Of the control characters, those that keys without Ctrl stand for.
+bool CanBeginEdit(UINT character) {
+    return character >= VK_SPACE || character == VK_RETURN || character == VK_BACK || character == VK_TAB;
+}
+
+}  // namespace
+
 void CGridCtrl::OnChar(UINT nChar, UINT, UINT) {
     const bool ctrlIsDown = kortavin::window::RequireToolkit().IsKeyDown(VK_CONTROL);
     const Life life(*this);
-    if (!ctrlIsDown && !IsMouseBusy() && !(nChar == VK_TAB && m_handleTabKey))
+    if (CanBeginEdit(nChar) && !ctrlIsDown && !IsMouseBusy() && !(nChar == VK_TAB && m_handleTabKey))
         StartCellEdit(m_focusCell.row, m_focusCell.col, nChar);
     if (life)
         Default();
@@ -62,7 +73,8 @@ void CGridCtrl::CreateCellEditor(CRect& rect, DWORD dwStyle, UINT nID, int row, 
 void CGridCtrl::FinishCellEdit(int row, int col, CString text) {
     if (text != GetItemText(row, col)) {
         SetModified(TRUE, row, col);
-        SetItemText(row, col, text);
+        if (SetItemText(row, col, text))
+            TellTableChange(TableChange::Text, {row, col});
     }
     NotifyParent(row, col, GridNotifyEditCommitted);
 }
@@ -104,6 +116,7 @@ void CGridCtrl::ClearFocusCell() {
         return;
     SetItemText(row, col, "");
     SetModified(TRUE, row, col);
+    TellTableChange(TableChange::Text, {row, col});
     NotifyParent(row, col, GridNotifyEndEdit);
     if (life)
         RedrawCell(row, col);

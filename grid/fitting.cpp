@@ -89,8 +89,8 @@ void CGridCtrl::FitToText() {
     }
     for (int col = 0; col < GetColumnCount(); ++col)
         m_columns.SetSize(col, widths[static_cast<std::size_t>(col)]);
-    UpdateScrollBars();
     InvalidateIfDrawn();
+    UpdateScrollBars();
 }
 
 void CGridCtrl::StretchColumnsToFit() {
@@ -98,7 +98,8 @@ void CGridCtrl::StretchColumnsToFit() {
     GetClientRect(&client);
     if (m_hWnd != nullptr)
         Distribute(m_columns, client.Width() - m_columns.Total());
-    FollowCounts();
+    InvalidateIfDrawn();
+    UpdateScrollBars();
 }
 
 void CGridCtrl::StretchRowsToFit() {
@@ -106,7 +107,8 @@ void CGridCtrl::StretchRowsToFit() {
     GetClientRect(&client);
     if (m_hWnd != nullptr)
         Distribute(m_rows, client.Height() - m_rows.Total());
-    FollowCounts();
+    InvalidateIfDrawn();
+    UpdateScrollBars();
 }
 
 void CGridCtrl::StretchToFit() {

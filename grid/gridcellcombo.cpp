@@ -2,30 +2,27 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 
 #include "framework/window/metrics.h"
-#include "framework/window/window.h"
-#include "grid/celleditor.h"
 
 using namespace kortavin::window;
 using namespace kortavin::grid;
 
 namespace {
 
-bool IsCtrlDown() {
-    return RequireToolkit().IsKeyDown(VK_CONTROL);
-}
-
 // Keys whose release ends a list editor.
 bool EndsOnRelease(UINT key) {
     return key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE;
 }
 
+LPARAM KeyParam(UINT repeats, UINT flags) {
+    return static_cast<LPARAM>(MakeWParam(static_cast<WORD>(repeats), static_cast<WORD>(flags)));
+}
+
 }  // namespace
 
 CGridCellCombo::CGridCellCombo(int row, int col, const CString& initText)
-    : m_initialText(initText), m_row(row), m_col(col) {}
+    : CellEditor({row, col}, initText) {}
 CGridCellCombo::~CGridCellCombo() = default;
 
 void CGridCellCombo::Open(CWnd* pParent, const CRect& rect, DWORD dwStyle, UINT nID, int row, int col,
@@ -54,8 +51,8 @@ void CGridCellCombo::Fill(const CRect& rect, const CStringArray& items) {
     const int width = widest + GetSystemMetrics(SM_CXVSCROLL) + 2 * font->GetNative()->Width(" ");
     MoveWindow({rect.left, rect.top, std::max(rect.right, rect.left + width), rect.bottom});
     SetDroppedWidth(static_cast<UINT>(width));
-    if (SelectString(-1, m_initialText) == CB_ERR)
-        SetWindowText(m_initialText);
+    if (SelectString(-1, InitialText()) == CB_ERR)
+        SetWindowText(InitialText());
 }
 
 void CGridCellCombo::Begin(UINT firstChar) {
@@ -73,63 +70,31 @@ void CGridCellCombo::Begin(UINT firstChar) {
 
 const MessageMap* CGridCellCombo::GetMessageMap() const {
     static constexpr MessageEntry kEntries[] = {
-        OnMessage<WM_KILLFOCUS, &CGridCellCombo::OnKillFocus>(),
         OnMessage<WM_KEYDOWN, &CGridCellCombo::OnKeyDown>(),
         OnMessage<WM_KEYUP, &CGridCellCombo::OnKeyUp>(),
-        OnMessage<WM_SYSCHAR, &CGridCellCombo::OnSysChar>(),
-        OnMessage<WM_GETDLGCODE, &CGridCellCombo::OnGetDlgCode>(),
     };
-    static const MessageMap map{CComboBox::GetMessageMap(), kEntries};
+    static const MessageMap map{CellEditor::GetMessageMap(), kEntries};
     return &map;
 }
 
-void CGridCellCombo::PostNcDestroy() {
-    delete this;
-}
-
 // With an edit field it is that which has the focus and loses it.
-void CGridCellCombo::OnKillFocus(CWnd*) {
-    const HWND window = m_hWnd;
-    Default();
-    if (IsWindow(window) && m_edit.m_hWnd == nullptr)
-        EndEdit();
-}
-
-// A list without a field cannot show a text that is none of its items, so Esc gives that back here.
-void CGridCellCombo::EndEdit() {
-    if (m_hWnd != nullptr && !std::exchange(m_hasEnded, true))
-        ReportEdit(*this, {m_row, m_col}, m_lastChar == VK_ESCAPE ? m_initialText : GetWindowText(),
-                   m_lastChar);
-}
-
-// Taking the focus away is what ends the edit.
-void CGridCellCombo::LeaveBy(UINT key) {
-    m_lastChar = key;
-    GetParent()->SetFocus();
+bool CGridCellCombo::HoldsFocusItself() const {
+    return m_edit.m_hWnd == nullptr;
 }
 
 // A key that ends the edit on its release has nothing to do before but to close the list.
 void CGridCellCombo::OnKeyDown(UINT nChar, UINT, UINT) {
-    if (IsLeavingKey(nChar) && (m_exitOnArrows || IsCtrlDown()))
+    if (IsLeavingKey(nChar, m_exitOnArrows != FALSE))
         LeaveBy(nChar);
     else if (!EndsOnRelease(nChar) || GetDroppedState())
         Default();
 }
 
 void CGridCellCombo::OnKeyUp(UINT nChar, UINT, UINT) {
-    if (nChar == VK_ESCAPE)
-        SetWindowText(m_initialText);
     if (EndsOnRelease(nChar))
         LeaveBy(nChar);
     else
         Default();
-}
-
-// Alt with a letter is not for the dialog while a cell is edited.
-void CGridCellCombo::OnSysChar(UINT, UINT, UINT) {}
-
-UINT CGridCellCombo::OnGetDlgCode() {
-    return DLGC_WANTALLKEYS;
 }
 
 CGridComboEdit::~CGridComboEdit() = default;
@@ -139,10 +104,8 @@ const MessageMap* CGridComboEdit::GetMessageMap() const {
         OnMessage<WM_KILLFOCUS, &CGridComboEdit::OnKillFocus>(),
         OnMessage<WM_KEYDOWN, &CGridComboEdit::OnKeyDown>(),
         OnMessage<WM_KEYUP, &CGridComboEdit::OnKeyUp>(),
-        OnMessage<WM_SYSCHAR, &CGridComboEdit::OnSysChar>(),
-        OnMessage<WM_GETDLGCODE, &CGridComboEdit::OnGetDlgCode>(),
     };
-    static const MessageMap map{CEdit::GetMessageMap(), kEntries};
+    static const MessageMap map{KeyKeeper::GetMessageMap(), kEntries};
     return &map;
 }
 
@@ -155,11 +118,8 @@ void CGridComboEdit::OnKillFocus(CWnd*) {
 
 void CGridComboEdit::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
     auto* const combo = dynamic_cast<CGridCellCombo*>(GetOwner());
-    const bool isForCombo = IsLeavingKey(nChar) && IsCtrlDown() && GetDlgCtrlID() == kComboEditId;
-    if (combo != nullptr && isForCombo)
-        combo->SendMessage(
-            WM_KEYDOWN, nChar,
-            static_cast<LPARAM>(MakeWParam(static_cast<WORD>(nRepCnt), static_cast<WORD>(nFlags))));
+    if (combo != nullptr && GetDlgCtrlID() == kComboEditId && IsLeavingKey(nChar, false))
+        combo->SendMessage(WM_KEYDOWN, nChar, KeyParam(nRepCnt, nFlags));
     else if (!EndsOnRelease(nChar) || (combo != nullptr && combo->GetDroppedState()))
         Default();
 }
@@ -167,15 +127,7 @@ void CGridComboEdit::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
 void CGridComboEdit::OnKeyUp(UINT nChar, UINT nRepCnt, UINT nFlags) {
     CWnd* const combo = GetOwner();
     if (EndsOnRelease(nChar) && combo != nullptr)
-        combo->SendMessage(
-            WM_KEYUP, nChar,
-            static_cast<LPARAM>(MakeWParam(static_cast<WORD>(nRepCnt), static_cast<WORD>(nFlags))));
+        combo->SendMessage(WM_KEYUP, nChar, KeyParam(nRepCnt, nFlags));
     else
         Default();
-}
-
-void CGridComboEdit::OnSysChar(UINT, UINT, UINT) {}
-
-UINT CGridComboEdit::OnGetDlgCode() {
-    return DLGC_WANTALLKEYS;
 }

@@ -2,20 +2,12 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
-
-#include "framework/window/window.h"
-#include "grid/celleditor.h"
 
 using namespace kortavin::window;
 using namespace kortavin::grid;
 
 CGridCellEdit::CGridCellEdit(const CRect& rect, int row, int col, const CString& initText, UINT nFirstChar)
-    : m_row(row),
-      m_col(col),
-      m_initialText(initText),
-      m_exitOnArrows(nFirstChar != VK_LBUTTON),
-      m_rect(rect) {}
+    : CellEditor({row, col}, initText), m_exitOnArrows(nFirstChar != VK_LBUTTON), m_rect(rect) {}
 
 CGridCellEdit::~CGridCellEdit() = default;
 
@@ -32,12 +24,12 @@ void CGridCellEdit::Open(CWnd* pParent, const CRect& rect, DWORD dwStyle, UINT n
 void CGridCellEdit::Begin(UINT firstChar) {
     const HWND window = m_hWnd;
     SetFont(GetParent()->GetFont());
-    SetWindowText(m_initialText);
+    SetWindowText(InitialText());
     SetFocus();
     if (!IsWindow(window))
         return;
     const FirstCharacter first = EffectOfFirst(firstChar, false);
-    const int end = m_initialText.GetLength();
+    const int end = InitialText().GetLength();
     SetSel(first.selectsAll ? 0 : end, end);
     if (first.isTyped)
         SendMessage(WM_CHAR, firstChar, 1);
@@ -45,46 +37,29 @@ void CGridCellEdit::Begin(UINT firstChar) {
 
 const MessageMap* CGridCellEdit::GetMessageMap() const {
     static constexpr MessageEntry kEntries[] = {
-        OnMessage<WM_KILLFOCUS, &CGridCellEdit::OnKillFocus>(),
         OnMessage<WM_KEYDOWN, &CGridCellEdit::OnKeyDown>(),
         OnMessage<WM_CHAR, &CGridCellEdit::OnChar>(),
-        OnMessage<WM_SYSCHAR, &CGridCellEdit::OnSysChar>(),
-        OnMessage<WM_GETDLGCODE, &CGridCellEdit::OnGetDlgCode>(),
     };
-    static const MessageMap map{CEdit::GetMessageMap(), kEntries};
+    static const MessageMap map{CellEditor::GetMessageMap(), kEntries};
     return &map;
 }
 
-void CGridCellEdit::PostNcDestroy() {
-    delete this;
-}
-
-// Taking the focus away is what ends the edit.
-void CGridCellEdit::LeaveBy(UINT key) {
-    m_lastChar = key;
-    GetParent()->SetFocus();
-}
-
 void CGridCellEdit::OnKeyDown(UINT nChar, UINT, UINT) {
-    const bool ends = m_exitOnArrows || RequireToolkit().IsKeyDown(VK_CONTROL);
-    if (IsLeavingKey(nChar) && ends)
+    if (IsLeavingKey(nChar, m_exitOnArrows != FALSE))
         LeaveBy(nChar);
     else
         Default();
 }
 
 void CGridCellEdit::OnChar(UINT nChar, UINT, UINT) {
-    if (nChar == VK_TAB || nChar == VK_RETURN) {
+    if (nChar == VK_TAB || nChar == VK_RETURN || nChar == VK_ESCAPE) {
         LeaveBy(nChar);
-    } else if (nChar == VK_ESCAPE) {
-        SetWindowText(m_initialText);
-        LeaveBy(nChar);
-    } else {
-        const HWND window = m_hWnd;
-        Default();
-        if (IsWindow(window))
-            GrowToText();
+        return;
     }
+    const HWND window = m_hWnd;
+    Default();
+    if (IsWindow(window))
+        GrowToText();
 }
 
 // To the width of the text and two blanks, at most to the right edge of the grid; never smaller.
@@ -98,23 +73,4 @@ void CGridCellEdit::GrowToText() {
         return;
     m_rect.right = right;
     MoveWindow({m_rect.left, m_rect.top, m_rect.right, m_rect.bottom + 1});
-}
-
-// Alt with a letter is not for the dialog while a cell is edited.
-void CGridCellEdit::OnSysChar(UINT, UINT, UINT) {}
-
-UINT CGridCellEdit::OnGetDlgCode() {
-    return DLGC_WANTALLKEYS;
-}
-
-void CGridCellEdit::OnKillFocus(CWnd*) {
-    const HWND window = m_hWnd;
-    Default();
-    if (IsWindow(window))
-        EndEdit();
-}
-
-void CGridCellEdit::EndEdit() {
-    if (m_hWnd != nullptr && !std::exchange(m_hasEnded, true))
-        ReportEdit(*this, {m_row, m_col}, GetWindowText(), m_lastChar);
 }

@@ -107,6 +107,7 @@ void CGridCtrl::PreSubclassWindow() {
         m_logFont = window::MessageBoxFont();
     m_logFontIsPlain = false;
     ApplyFont(CFont(m_logFont));
+    OfferAccessibleTable();
     UpdateScrollBars();
 }
 

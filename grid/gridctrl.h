@@ -301,6 +301,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     struct Move;
     struct Pass;
     class ShownCells;
+    class AccessibleCells;
 
     // Whether a grid still exists, with its window, after its owner or a derived class was called.
     class Life {
@@ -325,12 +326,18 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     Row NewRow(int row);
     void ClearRow(int row);
     void ClearColumn(int col);
+    void FollowLayout();
     void FollowCounts();
     void AppendRows(int count);
     void AppendColumns(int count);
     bool DropSelection();
     template <class Keys>
     void ArrangeRows(const Keys& keys);
+
+    CString TextToCopy() const;
+    void CopyToClipboard() const;
+    void OfferAccessibleTable();
+    void TellTableChange(kortavin::window::TableChange change, CGridPos cell = {0, 0}) const;
 
     void ReadSystemColours();
     void SetAppearance(COLORREF& field, COLORREF color);
@@ -359,6 +366,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     BOOL DrawSingleCell(CDC& dc, int row, int col, const CRect& rect);
     BOOL RedrawCells(const CGridRange& cells);
     bool HasLines(int lines) const;
+    COLORREF LineColour() const;
     bool IsInLineWithFocus(int row, int col) const;
     void DrawCellContent(CDC& dc, int row, int col, CRect rect, CFont& font);
     CFont& FontFor(int row, int col, bool semiBold);
@@ -394,12 +402,14 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     void ScrollSelecting(UINT key, CPoint point);
 
     std::shared_ptr<char> m_life = std::make_shared<char>();
+    std::unique_ptr<kortavin::window::AccessibleTable> m_accessibleTable;  // once there is a window
     COLORREF m_textColour = 0;
     COLORREF m_textBkColour = 0;
     COLORREF m_bkColour = 0;
     COLORREF m_fixedTextColour = 0;
     COLORREF m_fixedBkColour = 0;
-    COLORREF m_gridColour = RGB(0xC0, 0xC0, 0xC0);
+    static constexpr COLORREF kUsualLineColour = RGB(0xC0, 0xC0, 0xC0);
+    COLORREF m_gridColour = kUsualLineColour;
     COLORREF m_sysWindowText = 0;  // the system's colours as last read
     COLORREF m_sysWindow = 0;
     COLORREF m_sysBtnFace = 0;

@@ -38,12 +38,17 @@ LRESULT CGridCtrl::OnSetFocus(WPARAM, LPARAM lParam) {
 }
 
 void CGridCtrl::OnKeyDown(UINT nChar, UINT, UINT) {
+    const bool ctrlIsDown = IsDown(VK_CONTROL);
+    if (ctrlIsDown && nChar == 'C' && (!m_selectedCells.empty() || IsValid(m_focusCell))) {
+        CopyToClipboard();
+        return;
+    }
     if (!IsValid(m_focusCell)) {
         Default();
         return;
     }
     const Life life(*this);
-    if (IsDown(VK_CONTROL) && nChar == 'A') {
+    if (ctrlIsDown && nChar == 'A') {
         OnEditSelectAll();
         return;
     }

@@ -5,6 +5,8 @@
 // Counts, and the rows and columns that come and go with them. What can fail for lack of memory comes first,
 // so that the grid stays whole.
 
+using kortavin::window::TableChange;
+
 CGridCell* CGridCtrl::CellAt(int row, int col) const {
     return IsValid(row, col) ? m_rowData[static_cast<std::size_t>(row)][static_cast<std::size_t>(col)].get()
                              : nullptr;
@@ -52,11 +54,15 @@ void CGridCtrl::ClearColumn(int col) {
         ClearCell(CellAt(row, col), row, col);
 }
 
-void CGridCtrl::FollowCounts() {
-    if (!IsDrawn())
-        return;
+// The bars come last: one that comes or goes sizes the window, and the owner may hear of that.
+void CGridCtrl::FollowLayout() {
+    TellTableChange(TableChange::Layout);
     UpdateScrollBars();
-    Invalidate();
+}
+
+void CGridCtrl::FollowCounts() {
+    InvalidateIfDrawn();
+    FollowLayout();
 }
 
 // Cells first: an axis that counts a row stands for its cells. Rows that memory does not suffice for are
@@ -143,7 +149,7 @@ BOOL CGridCtrl::SetFixedRowCount(int n) {
     if (!life)
         return FALSE;
     m_fixedRowCount = std::min(n, GetRowCount());
-    InvalidateIfDrawn();
+    FollowCounts();
     return TRUE;
 }
 
@@ -156,7 +162,7 @@ BOOL CGridCtrl::SetFixedColumnCount(int n) {
     if (!life)
         return FALSE;
     m_fixedColCount = std::min(n, GetColumnCount());
-    InvalidateIfDrawn();
+    FollowCounts();
     return TRUE;
 }
 
@@ -174,7 +180,7 @@ int CGridCtrl::InsertRow(const char* heading, int nRow) {
         throw;
     }
     SetItemText(row, 0, heading);
-    UpdateScrollBars();
+    FollowLayout();
     return row;
 }
 
@@ -196,7 +202,7 @@ int CGridCtrl::InsertColumn(const char* heading, UINT nFormat, int nCol) {
     for (std::size_t row = 0; row < made.size(); ++row)
         m_rowData[row].insert(m_rowData[row].begin() + col, std::move(made[row]));
     SetItemText(0, col, heading);
-    UpdateScrollBars();
+    FollowLayout();
     return col;
 }
 
@@ -207,7 +213,7 @@ BOOL CGridCtrl::DeleteRow(int nRow) {
     m_rowData.erase(m_rowData.begin() + nRow);
     m_rows.Erase(nRow);
     m_fixedRowCount -= nRow < m_fixedRowCount;
-    UpdateScrollBars();
+    FollowLayout();
     return TRUE;
 }
 
@@ -219,7 +225,7 @@ BOOL CGridCtrl::DeleteColumn(int nCol) {
         cells.erase(cells.begin() + nCol);
     m_columns.Erase(nCol);
     m_fixedColCount -= nCol < m_fixedColCount;
-    UpdateScrollBars();
+    FollowLayout();
     return TRUE;
 }
 
@@ -240,6 +246,6 @@ BOOL CGridCtrl::DeleteAllItems() {
     m_columns.Resize(0, 0);
     m_fixedRowCount = 0;
     m_fixedColCount = 0;
-    UpdateScrollBars();
+    FollowLayout();
     return TRUE;
 }

@@ -264,8 +264,8 @@ void CGridCtrl::EndResizing(CPoint point) {
             SetRowHeight(m_leftClickDownCell.row, point.y - *start);
         }
     }
-    UpdateScrollBars();
     Invalidate();
+    UpdateScrollBars();
 }
 
 void CGridCtrl::OnLButtonDblClk(UINT, CPoint point) {
@@ -341,11 +341,15 @@ CPoint CGridCtrl::PointerInClient() const {
     return pointer;
 }
 
+// Where the rows or columns end before the window does, the focus cell shows how far the selection goes.
 void CGridCtrl::ScrollSelecting(UINT key, CPoint point) {
     const Life life(*this);
+    m_draggedTo = CGridPos();
     SendMessage(WM_KEYDOWN, key, 1);
-    if (life)
-        ExtendSelection(HitTestCell(point));
+    if (!life)
+        return;
+    const CGridPos cell = HitTestCell(point);
+    ExtendSelection({cell.row >= 0 ? cell.row : m_focusCell.row, cell.col >= 0 ? cell.col : m_focusCell.col});
 }
 
 // Posted, so that the requests are carried out after the wheel's message.

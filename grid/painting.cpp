@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "framework/window/metrics.h"
+#include "grid/darkness.h"
 #include "grid/gridctrl.h"
 
 // The picture of a grid as a whole: its background, which cells are painted, and the lines between them.
@@ -87,8 +88,16 @@ bool CGridCtrl::HasLines(int lines) const {
     return m_gridLines == GridLinesBoth || m_gridLines == lines;
 }
 
+// The usual light grey would be glaring on a dark desktop.
+COLORREF CGridCtrl::LineColour() const {
+    const bool isUsual = m_gridColour == kUsualLineColour;
+    return isUsual && kortavin::grid::IsDark(m_textBkColour)
+               ? kortavin::grid::Softened(m_gridColour, m_textBkColour)
+               : m_gridColour;
+}
+
 void CGridCtrl::DrawGridLines(CDC& dc, const CGridRange& visible, const CRect& extent) const {
-    CPen pen(PS_SOLID, 1, m_gridColour);
+    CPen pen(PS_SOLID, 1, LineColour());
     CPen* const former = dc.SelectObject(&pen);
     const int fixedHeight = GetFixedRowsHeight();
     const int fixedWidth = GetFixedColumnsWidth();
@@ -125,7 +134,7 @@ BOOL CGridCtrl::DrawSingleCell(CDC& dc, int row, int col, const CRect& rect) {
     if (IsCellFixed(row, col))
         return PaintFixedCell(&dc, row, col, rect);
     const BOOL painted = PaintCell(&dc, row, col, rect);
-    CPen pen(PS_SOLID, 1, m_gridColour);
+    CPen pen(PS_SOLID, 1, LineColour());
     CPen* const former = dc.SelectObject(&pen);
     if (HasLines(GridLinesHorz)) {
         dc.MoveTo(rect.left, rect.bottom);

@@ -4,6 +4,8 @@
 
 // The focus cell and the selected cells.
 
+using kortavin::window::TableChange;
+
 // Which cells show, asked once for many.
 class CGridCtrl::ShownCells {
   public:
@@ -43,6 +45,7 @@ CGridPos CGridCtrl::SetFocusCell(CGridPos cell) {
     }
     if (IsValid(cell) && m_focusCell == cell) {
         ShowFocusAt(cell, true, rowChanges, columnChanges);
+        TellTableChange(TableChange::Focus, cell);
         NotifyParent(cell.row, cell.col, GridNotifyFocusChanged);
     }
     return former;
@@ -98,6 +101,7 @@ void CGridCtrl::SelectRange(int minRow, int minCol, int maxRow, int maxCol, BOOL
             bForceRepaint ? RedrawCell(cell.row, cell.col) : InvalidateCell(cell);
     };
     const bool keepsFormer = !m_singleRowSelection;
+    bool changes = false;
     for (auto at = m_selectedCells.begin(); at != m_selectedCells.end();) {
         const auto [key, cell] = *at;
         if (range.Contains(cell) || (keepsFormer && m_prevSelectedCells.contains(key))) {
@@ -106,12 +110,15 @@ void CGridCtrl::SelectRange(int minRow, int minCol, int maxRow, int maxCol, BOOL
         }
         CellAt(cell.row, cell.col)->state &= ~GridStateSelected;
         at = m_selectedCells.erase(at);
+        changes = true;
         repaint(cell);
     }
     const auto select = [&](CGridPos cell) {
         const UINT state = GetItemState(cell.row, cell.col);
-        if ((state & GridStateSelected) == 0 && SetItemState(cell.row, cell.col, state | GridStateSelected))
-            repaint(cell);
+        if ((state & GridStateSelected) != 0 || !SetItemState(cell.row, cell.col, state | GridStateSelected))
+            return;
+        changes = true;
+        repaint(cell);
     };
     if (keepsFormer)
         for (const auto& [key, cell] : m_prevSelectedCells)
@@ -119,6 +126,9 @@ void CGridCtrl::SelectRange(int minRow, int minCol, int maxRow, int maxCol, BOOL
     for (int row = range.minRow; row >= 0 && row <= range.maxRow; ++row)
         for (int col = range.minCol; col <= range.maxCol; ++col)
             select({row, col});
+    if (changes)
+        TellTableChange(TableChange::Selection,
+                        range == CGridRange() ? CGridPos(0, 0) : CGridPos(range.minRow, range.minCol));
 }
 
 CGridRange CGridCtrl::GetSelectionBounds() const {

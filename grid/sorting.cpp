@@ -52,6 +52,7 @@ void CGridCtrl::ArrangeRows(const Keys& keys) {
     }
     std::ranges::move(rows, m_rowData.begin() + m_fixedRowCount);
     m_rows.SetSizes(m_fixedRowCount, heights);
+    TellTableChange(kortavin::window::TableChange::Layout);
 }
 
 BOOL CGridCtrl::SortRowsByText(int col, BOOL bAscending) {

@@ -7,6 +7,10 @@
 #include "framework/base/exception.h"
 #include "framework/base/object.h"
 
+namespace kortavin::base {
+class FileWindow;  // for this library's readers
+}
+
 // Why a file operation failed, the system's error number (errno, 0 where there was none) and the path.
 class KORTAVIN_API CFileException : public CException {
   public:
@@ -94,6 +98,7 @@ class KORTAVIN_API CFile : public CObject {
     virtual CString GetFilePath() const;
 
   private:
+    friend class kortavin::base::FileWindow;
     struct Stream;
     Stream& Opened() const;
 

@@ -13,6 +13,7 @@ using kortavin::base::Uninterrupted;
 namespace {
 
 constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kKeptBehind = 4096;  // what stays of a window before the next, for going back a little
 
 }  // namespace
 
@@ -44,19 +45,15 @@ std::size_t CFile::Stream::Read(std::span<char> to) {
     std::size_t count = TakeReadAhead(to);
     if (count == to.size())
         return count;
-    if (!m_readable)
-        Fail(EBADF);
-    Flush();
-    DropWindow();
+    StartReading();
     while (count < to.size()) {
         const std::span<char> rest = to.subspan(count);
         std::size_t read = 0;
         if (rest.size() >= kBufferSize) {
+            DropWindow();
             read = ReadFromSystem(rest);
         } else {
-            char* const buffer = Buffer();
-            m_window = {buffer, ReadFromSystem({buffer, kBufferSize})};
-            m_readAt = 0;
+            FillWindow();
             read = TakeReadAhead(rest);
         }
         if (read == 0)
@@ -64,6 +61,29 @@ std::size_t CFile::Stream::Read(std::span<char> to) {
         count += read;
     }
     return count;
+}
+
+void CFile::Stream::StartReading() {
+    if (!m_readable)
+        Fail(EBADF);
+    Flush();
+}
+
+// Once nothing is left of what was read ahead.
+void CFile::Stream::FillWindow() {
+    char* const buffer = Buffer();
+    const std::span<const char> kept = m_window.last(std::min(m_window.size(), kKeptBehind));
+    if (!kept.empty())
+        std::memmove(buffer, kept.data(), kept.size());
+    m_window = {buffer, kept.size()};
+    m_readAt = kept.size();
+    const std::size_t read = ReadFromSystem({buffer + kept.size(), kBufferSize});
+    m_window = {buffer, kept.size() + read};
+}
+
+void CFile::Stream::ReadMoreAhead() {
+    StartReading();
+    FillWindow();
 }
 
 std::size_t CFile::Stream::TakeReadAhead(std::span<char> to) {
@@ -144,6 +164,8 @@ void CFile::Stream::WriteToSystem(std::span<const char> from) {
 }
 
 void CFile::Stream::Flush() {
+    if (m_writeAt == nullptr)
+        return;
     const std::span<const char> pending = Pending();
     m_writeAt = nullptr;
     m_writeEnd = nullptr;
@@ -205,7 +227,7 @@ void CFile::Stream::Wait(short events) const {
 
 char* CFile::Stream::Buffer() {
     if (!m_buffer)
-        m_buffer = std::make_unique_for_overwrite<char[]>(kBufferSize);
+        m_buffer = std::make_unique_for_overwrite<char[]>(kKeptBehind + kBufferSize);
     return m_buffer.get();
 }
 

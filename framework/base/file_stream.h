@@ -3,6 +3,8 @@
 #include <cstring>
 #include <memory>
 #include <span>
+#include <string_view>
+#include <typeinfo>
 
 #include "framework/base/file.h"
 #include "framework/base/system.h"
@@ -20,6 +22,15 @@ struct __attribute__((visibility("hidden"))) CFile::Stream {
     ULONGLONG Length() const;
 
     std::size_t Read(std::span<char> to);
+    // What was read ahead and begins at the position: some bytes, or none at the end of the file. Valid until
+    // the next operation.
+    std::string_view Peek() {
+        if (ReadAhead().empty())
+            ReadMoreAhead();
+        return {ReadAhead().data(), ReadAhead().size()};
+    }
+    // Passes over bytes that Peek told of.
+    void Skip(std::size_t count) { m_readAt += count; }
     void Write(std::span<const char> from) {
         // An empty text wraps around and takes the long way as well: memcpy must not see its null pointer.
         if (from.size() - 1 < static_cast<std::size_t>(m_writeEnd - m_writeAt)) {
@@ -48,6 +59,9 @@ struct __attribute__((visibility("hidden"))) CFile::Stream {
     char* Buffer();
     void DropWindow();
     void MoveSystemTo(ULONGLONG position);
+    void StartReading();
+    void FillWindow();
+    void ReadMoreAhead();
     std::size_t TakeReadAhead(std::span<char> to);
     std::size_t ReadFromSystem(std::span<char> to);
     void WriteMore(std::span<const char> from);
@@ -74,3 +88,25 @@ inline CFile::Stream& CFile::Opened() const {
         throw CFileException(CFileException::invalidFile, 0, CString());
     return *m_stream;
 }
+
+namespace kortavin::base {
+
+// What a CFile has read ahead, for readers of this library that look at bytes in place instead of reading
+// them twice. It works on the file's own position.
+class FileWindow {
+  public:
+    // Not of a file of a derived class, whose own operations are what counts.
+    static bool IsOfferedBy(const CFile& file) { return typeid(file) == typeid(CFile); }
+    explicit FileWindow(const CFile& file) : m_stream(&file.Opened()) {}
+
+    ULONGLONG GetPosition() const { return m_stream->Position(); }
+    // The next bytes, read from the system if need be; none at the end of the file. Valid until they are
+    // skipped or anything else is done to the file.
+    std::string_view Bytes() { return m_stream->Peek(); }
+    void Skip(std::size_t count) { m_stream->Skip(count); }
+
+  private:
+    CFile::Stream* m_stream;
+};
+
+}  // namespace kortavin::base

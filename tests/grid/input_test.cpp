@@ -15,44 +15,10 @@ class GridInput : public GridWindow {
     }
 };
 
-TEST_F(GridInput, ArrowsMoveTheFocusCellAndItsSelectionButNotIntoHeadings) {
-    Open(4, 4);
-    grid->SetFocus();
-    const auto after = [&](CGridPos from, UINT key) {
-        KeyAt(from, key);
-        return Focus();
-    };
-    EXPECT_EQ(after({1, 1}, VK_LEFT), CGridPos(1, 1));
-    EXPECT_EQ(after({1, 1}, VK_UP), CGridPos(1, 1));
-    EXPECT_EQ(after({1, 1}, VK_DOWN), CGridPos(2, 1));
-    EXPECT_EQ(Selected(), CGridRange(2, 1, 2, 1));
-    EXPECT_EQ(after({3, 3}, VK_DOWN), CGridPos(3, 3));
-    EXPECT_EQ(after({3, 2}, VK_RIGHT), CGridPos(3, 3));
-    EXPECT_EQ(after({1, 2}, VK_END), CGridPos(3, 2));
-    EXPECT_EQ(after({3, 2}, VK_HOME), CGridPos(1, 2));
-}
-
-TEST_F(GridInput, TabGoesFromLineToLine) {
-    Open(4, 4);
-    grid->SetFocus();
-    KeyAt({1, 3}, VK_TAB);
-    EXPECT_EQ(Focus(), CGridPos(2, 1));
-    KeyDown(VK_TAB, MK_SHIFT);
-    EXPECT_EQ(Focus(), CGridPos(1, 3));
-    KeyAt({3, 3}, VK_TAB);
-    EXPECT_EQ(Focus(), CGridPos(3, 3));
-    KeyAt({1, 1}, VK_TAB, MK_SHIFT);
-    EXPECT_EQ(Focus(), CGridPos(1, 1));
-}
-
-TEST_F(GridInput, ShiftExtendsFromTheAnchorAndPagesMoveByWhatShows) {
+TEST_F(GridInput, PagesMoveByWhatShows) {
     Open(40, 4);
     grid->SetFocus();
-    KeyAt({1, 1}, VK_DOWN);
-    KeyDown(VK_DOWN, MK_SHIFT);
-    KeyDown(VK_RIGHT, MK_SHIFT);
-    EXPECT_EQ(Selected(), CGridRange(2, 1, 3, 2));
-    KeyDown(VK_NEXT);
+    KeyAt({3, 2}, VK_NEXT);
     EXPECT_EQ(Focus(), CGridPos(7, 2));
     EXPECT_EQ(Selected(), CGridRange(7, 2, 7, 2));
     KeyDown(VK_PRIOR);
@@ -62,8 +28,6 @@ TEST_F(GridInput, ShiftExtendsFromTheAnchorAndPagesMoveByWhatShows) {
     KeyDown(VK_END);
     EXPECT_EQ(Focus(), CGridPos(39, 2));
     EXPECT_TRUE(grid->IsCellVisible(39, 2));
-    KeyDown('A', MK_CONTROL);
-    EXPECT_EQ(Selected(), CGridRange(1, 1, 39, 3));
 }
 
 TEST_F(GridInput, AFocusCellOutOfViewComesIntoView) {
@@ -86,50 +50,67 @@ TEST_F(GridInput, AFocusCellOutOfViewComesIntoView) {
 TEST_F(GridInput, KeysWithoutAFocusCellDoNothing) {
     Open(4, 4);
     grid->SetFocus();
-    KeyDown(VK_DOWN);
-    KeyDown('A', MK_CONTROL);
+    desktop->SetClipboardText("before");
+    for (const auto& [key, keys] : {std::pair(VK_DOWN, 0U), {'A', MK_CONTROL}, {'C', MK_CONTROL}})
+        KeyDown(key, keys);
     EXPECT_EQ(Focus(), CGridPos());
     EXPECT_EQ(grid->GetSelectedCount(), 0U);
+    EXPECT_EQ(desktop->ClipboardText(), "before");
 }
 
-TEST_F(GridInput, FocusChangesAreToldInOrder) {
+TEST_F(GridInput, CopiedCellsArePartedByTabsAndLines) {
     Open(4, 4);
-    Click(2, 2);
-    EXPECT_THAT(host.told, ElementsAre("-101 2,2"));
-    Loop();
-    EXPECT_THAT(host.told, ElementsAre("-101 2,2", "command 7"));
-    host.told.clear();
-    KeyDown(VK_LEFT);
-    EXPECT_THAT(host.told, ElementsAre("-100 2,2", "-101 2,1"));
+    grid->SetFocus();
+    const auto copied = [&](std::initializer_list<CGridRange> ranges) {
+        grid->ClearSelection();
+        grid->SetFocusCell(3, 3);
+        for (const CGridRange& range : ranges)
+            for (int row = range.minRow; row <= range.maxRow; ++row)
+                for (int col = range.minCol; col <= range.maxCol; ++col)
+                    grid->SetItemState(row, col, grid->GetItemState(row, col) | GridStateSelected);
+        Key('C', MK_CONTROL);
+        EXPECT_EQ(CWnd::GetFocus(), grid.get()) << "the character that goes with it opens no editor";
+        return std::string(desktop->ClipboardText().View());
+    };
+    grid->SetItemText(1, 1, "a\r\nb\tc\n\rd");
+    grid->SetItemText(1, 3, "\xD6\xD0");
+    grid->SetItemText(3, 3, "end");
+    EXPECT_EQ(copied({}), "end") << "the focus cell";
+    EXPECT_EQ(copied({{1, 1, 1, 1}}), "a b c  d");
+    EXPECT_EQ(copied({{1, 1, 2, 3}}), "a b c  d\t\t\xD6\xD0\r\n\t\t\r\n");
+    EXPECT_EQ(copied({{1, 3, 1, 3}, {3, 1, 3, 1}}), "\t\xD6\xD0\r\n\t\r\n") << "only selected lines";
 }
 
-TEST_F(GridInput, ClicksOnHeadingsSelectColumnsRowsAndAll) {
-    Open(4, 4);
-    Click(0, 2);
-    EXPECT_EQ(Selected(), CGridRange(1, 2, 3, 2));
-    EXPECT_EQ(Focus(), CGridPos(1, 2));
-    Click(0, 3, MK_SHIFT);
-    EXPECT_EQ(Selected(), CGridRange(1, 2, 3, 3));
-    Click(2, 0);
-    EXPECT_EQ(Selected(), CGridRange(2, 1, 2, 3));
-    Click(0, 0);
-    EXPECT_EQ(Selected(), CGridRange(1, 1, 3, 3));
-}
-
-TEST_F(GridInput, CtrlAddsToTheSelectionAndDraggingExtendsIt) {
-    Open(5, 4);
-    Click(1, 1);
-    Click(3, 3, MK_CONTROL);
-    EXPECT_EQ(grid->GetSelectedCount(), 2U);
-    Press(*grid, MiddleOf(2, 1));
-    MoveTo(*grid, MiddleOf(3, 2));
-    EXPECT_EQ(Selected(), CGridRange(2, 1, 3, 2));
-    EXPECT_EQ(Focus(), CGridPos(3, 2));
-    EXPECT_EQ(CWnd::GetCapture(), grid.get());
-    Release(*grid, MiddleOf(3, 2));
-    EXPECT_EQ(CWnd::GetCapture(), nullptr);
-    MoveTo(*grid, MiddleOf(4, 3));
-    EXPECT_EQ(Selected(), CGridRange(2, 1, 3, 2));
+TEST_F(GridInput, ScreenReadersFindTheTableAndHearOfItsChanges) {
+    using Cell = kortavin::window::AccessibleTable::Cell;
+    using enum kortavin::window::TableChange;
+    Open(40, 4);
+    auto& table = *NativeOf(*grid).Table();
+    const auto changes = [&] { return std::exchange(NativeOf(*grid).TableChanges(), {}); };
+    changes();
+    table.FocusTableCell({30, 2});
+    EXPECT_EQ(CWnd::GetFocus(), grid.get());
+    EXPECT_EQ(table.TableFocus(), (Cell{30, 2}));
+    const CRect rect = table.TableRect({30, 2});
+    EXPECT_EQ(rect.Size(), CSize(50, 20));
+    EXPECT_EQ(table.TableCellAt({rect.right - 1, rect.bottom - 1}), (Cell{30, 2}));
+    EXPECT_EQ(table.TableCellAt({-1, 5}), std::nullopt);
+    EXPECT_TRUE(table.TableRect({1, 1}).IsRectEmpty()) << "scrolled out";
+    EXPECT_FALSE(table.IsTableCellEditable({0, 1}));
+    table.FocusTableCell({0, 1});
+    EXPECT_THAT(changes(), ElementsAre(std::pair(Focus, Cell{30, 2})));
+    Key(VK_DELETE);
+    KeyDown(VK_DOWN);
+    EXPECT_TRUE(table.IsTableCellSelected({31, 2}));
+    grid->SelectRange(31, 2, 31, 2);
+    grid->SetRowCount(35);
+    grid->SortRowsByText(1, TRUE);
+    EXPECT_THAT(changes(), ElementsAre(std::pair(Text, Cell{30, 2}), std::pair(Selection, Cell{31, 2}),
+                                       std::pair(Focus, Cell{31, 2}), std::pair(Layout, Cell{}),
+                                       std::pair(Layout, Cell{})));
+    auto& native = NativeOf(*grid);
+    grid->UnsubclassWindow();
+    EXPECT_EQ(native.Table(), nullptr);
 }
 
 TEST_F(GridInput, DraggingBelowTheWindowGoesOnSelecting) {
@@ -143,6 +124,15 @@ TEST_F(GridInput, DraggingBelowTheWindowGoesOnSelecting) {
     EXPECT_EQ(Focus(), CGridPos(8, 1));
     EXPECT_EQ(Selected().minRow, 2);
     EXPECT_GE(Selected().maxRow, 7);
+    for (int i = 0; i < 40; ++i)
+        FireTimer(*grid, 513);
+    EXPECT_EQ(Selected(), CGridRange(2, 1, 39, 1));
+    EXPECT_EQ(Focus(), CGridPos(39, 1));
+    MoveTo(*grid, {60, 30});
+    MoveTo(*grid, {60, 150});
+    EXPECT_TRUE(FireTimer(*grid, 513));
+    MoveTo(*grid, {60, 30});
+    EXPECT_EQ(Focus(), grid->HitTestCell({60, 30}));
     LoseCapture();
     EXPECT_FALSE(FireTimer(*grid, 513));
 }
@@ -159,29 +149,12 @@ TEST_F(GridInput, BordersAreDraggedWithinTheirColumn) {
     Release(*grid, {80, 5});
     EXPECT_EQ(grid->GetColumnWidth(1), 30);
     EXPECT_FALSE(desktop->Confinement().has_value());
-    EXPECT_EQ(grid->GetSelectedCount(), 0U);
-
     Press(*grid, {20, 41});
-    Release(*grid, {20, 55});
-    EXPECT_EQ(grid->GetRowHeight(1), 35) << "the row above";
-    Press(*grid, {20, 54});
-    Release(*grid, {20, 54});
-    EXPECT_EQ(grid->GetRowHeight(1), 35) << "nothing was dragged";
-    Press(*grid, {79, 5});
-    MoveTo(*grid, {10, 5});
-    Release(*grid, {10, 5});
-    EXPECT_EQ(grid->GetColumnWidth(1), 0) << "the pointer is kept at the column's start";
+    Release(*grid, {20, 41});
+    EXPECT_EQ(grid->GetRowHeight(1), 20) << "nothing was dragged";
     grid->SetColumnResize(FALSE);
     MoveTo(*grid, {120, 5});
     EXPECT_EQ(NativeOf(*grid).Cursor(), kortavin::window::CursorShape::Arrow);
-}
-
-TEST_F(GridInput, DoubleClickOnABorderFitsTheColumn) {
-    Open(4, 4);
-    grid->SetItemText(0, 1, "abc");
-    MoveTo(*grid, {101, 5});
-    DoubleClick(*grid, {101, 5});
-    EXPECT_EQ(grid->GetColumnWidth(1), 3 * 8 + 4 * 8);
 }
 
 TEST_F(GridInput, HeadingsSortInListMode) {

@@ -17,19 +17,6 @@ void FillWithNumbers(CGridCtrl& grid) {
         }
 }
 
-TEST(GridModel, NewGridHasTheDefaults) {
-    const CGridCtrl grid;
-    EXPECT_EQ(grid.GetRowCount() + grid.GetColumnCount(), 0);
-    EXPECT_EQ(grid.GetGridLines(), GridLinesBoth);
-    EXPECT_EQ(grid.GetGridColor(), RGB(0xC0, 0xC0, 0xC0));
-    EXPECT_TRUE(grid.IsEditable() && grid.IsSelectionEnabled() && grid.GetRowResize() &&
-                grid.GetColumnResize() && grid.GetHandleTabKey() && grid.GetSortOnClick());
-    EXPECT_FALSE(grid.GetListMode() || grid.GetSingleRowSelection() || grid.GetDragPrepare() ||
-                 grid.GetModified());
-    EXPECT_EQ(grid.GetFocusCell(), CGridPos(-1, -1));
-    EXPECT_EQ(grid.GetSelectionBounds(), CGridRange(0, 0, -1, -1));
-}
-
 TEST(GridModel, CountsGrowAndShrinkWithTheFixedOnes) {
     CGridCtrl grid;
     EXPECT_TRUE(grid.SetRowCount(2) && grid.SetFixedRowCount(1) && grid.SetColumnCount(4));

@@ -62,8 +62,17 @@ TEST_F(GridPainting, FocusCellHasAFrameAndItsOwnColoursEvenWhenSelected) {
     EXPECT_EQ(At(102, 22), GetSysColor(COLOR_HIGHLIGHT));
 
     grid->SetItemState(3, 3, GridStateDropHilited);
+    grid->SetCellBackColor(1, 1, kRed);
     Paint();
     EXPECT_EQ(At(150, 60), 0U);
+    EXPECT_EQ(At(50, 20), 0U);
+
+    desktop->SetSystemColor(COLOR_WINDOW, RGB(0x23, 0x24, 0x26));
+    grid->SetTextColor(kRed);
+    grid->SetCellBackColor(1, 1, kGridDefaultColour);
+    Paint();
+    EXPECT_EQ(At(50, 20), kRed) << "black does not show on a dark ground";
+    EXPECT_LT(At(99, 38), kLine);
 }
 
 TEST_F(GridPainting, HeadingsOfTheFocusCellLookPressed) {
@@ -166,9 +175,6 @@ TEST_F(GridPainting, FontSetsMarginsAndDefaultSizesButNoExistingOnes) {
 
 TEST_F(GridPainting, SizesFitTextsAndTheWindow) {
     Open(3, 3);
-    grid->SetItemText(2, 1, "12345678");
-    EXPECT_TRUE(grid->FitColumnToText(1));
-    EXPECT_EQ(grid->GetColumnWidth(1), 8 * 8 + 4 * 8);
     EXPECT_TRUE(grid->FitRowToText(2));
     EXPECT_EQ(grid->GetRowHeight(2), 16 + 2 * 8);
     for (int col = 0; col < 3; ++col)

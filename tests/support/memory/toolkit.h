@@ -36,6 +36,10 @@ class MemoryWindow : public window::NativeWindow {
     int PaintCount() const { return m_paintCount; }
     window::CursorShape Cursor() const { return m_cursor; }
     const CString& AccessibleName() const { return m_accessibleName; }
+    window::AccessibleTable* Table() const { return m_table; }
+    std::vector<std::pair<window::TableChange, window::AccessibleTable::Cell>>& TableChanges() {
+        return m_tableChanges;
+    }
     const LOGFONT& Font() const { return m_font.GetLogFont(); }
     bool IsScrollBarShown(int bar) const;
 
@@ -77,6 +81,10 @@ class MemoryWindow : public window::NativeWindow {
     void SetAccessibleText(std::string_view name, std::string_view) override {
         m_accessibleName = CString(name);
     }
+    void SetAccessibleTable(window::AccessibleTable* table) override { m_table = table; }
+    void TellTableChange(window::TableChange change, window::AccessibleTable::Cell cell) override {
+        m_tableChanges.emplace_back(change, cell);
+    }
 
   protected:
     CRect ClientRect() const { return {{0, 0}, InnerSize()}; }
@@ -106,6 +114,8 @@ class MemoryWindow : public window::NativeWindow {
     std::array<window::ScrollState, 2> m_scroll;
     window::CursorShape m_cursor = window::CursorShape::Arrow;
     CString m_accessibleName;
+    window::AccessibleTable* m_table = nullptr;
+    std::vector<std::pair<window::TableChange, window::AccessibleTable::Cell>> m_tableChanges;
     PixelSurface m_surface;
     DrawingLog m_log;
     CRect m_invalid;
