@@ -14,5 +14,7 @@ void AddComposeCommand(CLI::App& app);
 void AddStatementCommands(CLI::App& app);  // check, describe, preview
 void AddExportCommand(CLI::App& app);
 void AddSavedQueryCommands(CLI::App& app);  // save, show
+void AddTextCommands(CLI::App& app);        // lines, tokens
+void AddWindowCommands(CLI::App& app);      // wizard, match
 
 }  // namespace kortavin::cli

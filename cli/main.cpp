@@ -54,6 +54,8 @@ void Build(CLI::App& app) {
     AddStatementCommands(app);
     AddExportCommand(app);
     AddSavedQueryCommands(app);
+    AddTextCommands(app);
+    AddWindowCommands(app);
     app.footer(
         "'kortavin COMMAND --help' has the details and examples. Texts on the terminal are UTF-8.\n"
         "Exit code: 0 done, 1 the data source or a file refused (the reason is on the standard error), 2 "

@@ -50,10 +50,10 @@ function(kortavin_library)
   set_target_properties(kortavin PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 
   install(TARGETS kortavin EXPORT kortavin-targets)
-  install(DIRECTORY framework query db service resources symbology grid DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kortavin
+  install(DIRECTORY framework query db service resources symbology grid wizard textimport DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kortavin
           FILES_MATCHING PATTERN "*.h"
           PATTERN framework/qt EXCLUDE
-          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|piecereader|secrets|seek|system|textrow|drawtext|fontcache|strokes|windowclass|picker|celleditor|sharedfont|partition)\\.h$" EXCLUDE)
+          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|piecereader|secrets|seek|system|textrow|drawtext|fontcache|strokes|windowclass|picker|sharedfont|darkness|partition)\\.h$" EXCLUDE)
   install(EXPORT kortavin-targets NAMESPACE kortavin:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/kortavin
           FILE kortavin-config.cmake)
   write_basic_package_version_file(kortavin-config-version.cmake COMPATIBILITY SameMajorVersion)
