@@ -1,13 +1,13 @@
 #include "demo/driver.h"
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QPixmap>
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
-#include <exception>
 
 namespace kortavin::demo {
 namespace {
@@ -67,10 +67,12 @@ Driver::Driver(QWidget& window, const QDir& folder) : m_window(window), m_folder
     Activate();
 }
 
-// As a window manager does.
+// As a window manager does, with the dialog that keeps the others away.
 void Driver::Activate() {
-    m_window.activateWindow();
-    Expect([&] { return m_window.isActiveWindow(); }, "the window does not become active");
+    QWidget* dialog = QApplication::activeModalWidget();
+    QWidget& front = dialog ? *dialog : m_window;
+    front.activateWindow();
+    Expect([&front] { return front.isActiveWindow(); }, "the window does not become active");
     Settle();
 }
 
@@ -92,6 +94,13 @@ void Driver::Click(QWidget& widget, QPoint place) {
     Settle();
 }
 
+void Driver::DoubleClick(QWidget& widget, QPoint place) {
+    Click(widget, place);
+    SendMouse(widget, QEvent::MouseButtonDblClick, place, Qt::LeftButton);
+    SendMouse(widget, QEvent::MouseButtonRelease, place, Qt::NoButton);
+    Settle();
+}
+
 void Driver::TabTo(const QWidget& widget) {
     Key(Qt::Key_Tab);
     Expect([&] { return widget.hasFocus(); },
@@ -99,28 +108,39 @@ void Driver::TabTo(const QWidget& widget) {
 }
 
 void Driver::InDialog(const std::function<void()>& open, const std::function<void(QWidget&)>& answer) {
+    const QWidget* below = QApplication::activeModalWidget();
     bool answered = false;
     std::exception_ptr failure;  // none may pass through the dialog's loop
-    QTimer::singleShot(0, &m_window, [&] {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &m_window, [&] {
         QWidget* dialog = QApplication::activeModalWidget();
-        if (!dialog)
+        if (answered || !dialog || dialog == below)
             return;
         answered = true;
-        try {
-            Expect([&] { return dialog->isActiveWindow(); }, "the dialog does not become active");
-            answer(*dialog);
-        } catch (...) {
-            failure = std::current_exception();
-        }
-        if (dialog == QApplication::activeModalWidget())
-            dialog->close();
+        poll.stop();
+        Answer(answer, *dialog, failure);
     });
+    poll.start(0);
     open();
     if (failure)
         std::rethrow_exception(failure);
     if (!answered)
         throw TourFailure("no dialog opens");
     Activate();
+}
+
+// Closes the dialog if the answer has not.
+void Driver::Answer(const std::function<void(QWidget&)>& answer, QWidget& dialog,
+                    std::exception_ptr& failure) {
+    const QPointer<QWidget> alive(&dialog);
+    try {
+        Expect([&dialog] { return dialog.isActiveWindow(); }, "the dialog does not become active");
+        answer(dialog);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (alive && alive == QApplication::activeModalWidget())
+        alive->close();
 }
 
 void Driver::Expect(const std::function<bool()>& happened, const std::string& what) {

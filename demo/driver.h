@@ -3,6 +3,7 @@
 #include <QtCore/QDir>
 #include <QtGui/QImage>
 #include <QtWidgets/QWidget>
+#include <exception>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -25,10 +26,11 @@ class Driver {
     void Type(const QString& text);               // the same
     void Click(QWidget& widget, QPoint place);
     void Click(QWidget& widget) { Click(widget, widget.rect().center()); }
+    void DoubleClick(QWidget& widget, QPoint place);
     void TabTo(const QWidget& widget);  // from the widget before it
 
     // Runs `open`, which is to open a modal dialog and to return when that closes, and `answer` on the
-    // dialog.
+    // dialog. May be called within an answer, for a dialog above that one.
     void InDialog(const std::function<void()>& open, const std::function<void(QWidget&)>& answer);
 
     void Expect(const std::function<bool()>& happened, const std::string& what);  // soon
@@ -46,8 +48,9 @@ class Driver {
   private:
     void Activate();
     static void Settle();
+    void Answer(const std::function<void(QWidget&)>& answer, QWidget& dialog, std::exception_ptr& failure);
 
-    QWidget& m_window;
+    QWidget& m_window;  // dialogs have their own
     QDir m_folder;
     QString m_suffix;
 };

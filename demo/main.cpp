@@ -1,11 +1,14 @@
+#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 
 #include <CLI/CLI.hpp>
+#include <cstdlib>
 #include <iostream>
 #include <optional>
 #include <string>
 
 #include "demo/colors.h"
+#include "demo/datapage.h"
 #include "demo/mainwindow.h"
 #include "demo/tour.h"
 #include "framework/base/codepage.h"
@@ -25,6 +28,7 @@ int Fail(std::string_view reason, int code = kFailed) {
 }
 
 struct Arguments {
+    std::optional<std::string> database;
     std::optional<std::string> tourFolder;
     bool dark = false;
 };
@@ -39,10 +43,25 @@ void Declare(CLI::App& app, Arguments& arguments) {
                "in FOLDER, in light and in dark colours")
             ->option_text("FOLDER")
             ->check([](const std::string& folder) { return folder.empty() ? "FOLDER is empty" : ""; });
+    app.add_option(
+           "DATABASE", arguments.database,
+           "Opened at the start: an SQLite file, or an ODBC connection string; the environment variable "
+           "KORTAVIN_CONNECTION where none is given")
+        ->type_name("")
+        ->excludes(tour);
     app.add_flag("--dark", arguments.dark, "Dark colours, whatever those of the desktop are")->excludes(tour);
     app.footer(
+        "Other users can read a program's arguments in the process list: a connection string with a "
+        "password\n"
+        "belongs into the environment variable.\n\n"
         "Exit code: 0 done, 1 a step of the tour failed, 2 usage, 3 there is no display; reasons are on the "
         "standard error.");
+}
+
+std::optional<std::string> DatabaseToOpen(const Arguments& arguments) {
+    const char* const inherited = std::getenv("KORTAVIN_CONNECTION");
+    const bool isInherited = !arguments.database && inherited && *inherited;
+    return isInherited ? inherited : arguments.database;
 }
 
 // Not by an application object of its own: the library's looks for a display first, without which Qt would
@@ -60,11 +79,16 @@ int ShowWindow(const Arguments& arguments) {
     if (arguments.tourFolder)
         return RunTour(window, QDir(QString::fromLocal8Bit(*arguments.tourFolder))), 0;
     window.show();
+    if (const auto database = DatabaseToOpen(arguments))  // above the window, should it fail
+        QTimer::singleShot(0, &window, [&window, source = QString::fromLocal8Bit(*database)] {
+            window.Data().Open(source);
+        });
     return QApplication::exec();
 }
 
 int Run(int argc, char** argv) {
-    CLI::App app("The windows of the kortavin library at work, for trying them out", "kortavin-demo");
+    CLI::App app("Query databases with the windows of the kortavin library, and try out its other controls",
+                 "kortavin-demo");
     Arguments arguments;
     Declare(app, arguments);
     try {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "demo/colors.h"
+#include "demo/datapage.h"
 #include "demo/driver.h"
 #include "demo/gridpage.h"
 #include "demo/mainwindow.h"
@@ -32,6 +33,8 @@ void RunTour(MainWindow& window, const QDir& folder) {
         throw TourFailure("the folder cannot be made: " + folder.path().toStdString());
     UseColors(Colors::Light);
     Driver driver(window, folder);
+    window.ShowPage(window.Data());
+    UseDataPage(driver, window.Data(), folder);
     window.ShowPage(window.Symbols());
     UseSymbolPage(driver, window.Symbols());
     ShootSymbolPage(driver, window.Symbols());
@@ -44,6 +47,8 @@ void RunTour(MainWindow& window, const QDir& folder) {
     ShootGridPage(driver, window.Table());
     window.ShowPage(window.Symbols());
     ShootSymbolPage(driver, window.Symbols());
+    window.ShowPage(window.Data());
+    ShootDataPage(driver, window.Data());
 }
 
 }  // namespace kortavin::demo

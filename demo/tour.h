@@ -4,6 +4,7 @@
 
 namespace kortavin::demo {
 
+class DataPage;
 class Driver;
 class GridPage;
 class MainWindow;
@@ -17,7 +18,11 @@ void DropRemarksOfQt();
 // TourFailure when a step has not the effect that it should have.
 void RunTour(MainWindow& window, const QDir& folder);
 
-// A page's part: what is done there once, and the pictures of each set of colours.
+// A page's part: what is done there once, and the pictures of each set of colours. The data page's makes a
+// sample database, composes a query in the wizard, tells its statement on the standard output, and exports
+// its rows, the files in the folder.
+void UseDataPage(Driver& driver, const DataPage& page, const QDir& folder);
+void ShootDataPage(Driver& driver, const DataPage& page);
 void UseSymbolPage(Driver& driver, const SymbolPage& page);
 void ShootSymbolPage(Driver& driver, const SymbolPage& page);
 void UseGridPage(Driver& driver, const GridPage& page);

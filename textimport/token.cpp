@@ -50,7 +50,7 @@ std::string_view WithoutQuotes(std::string_view token) {
 
 }  // namespace
 
-CToken::CToken(CString text) : m_Remainder{std::move(text)}, m_Separator(",") {}
+CToken::CToken(CString text) : m_Remainder{std::move(text)}, m_Separator(',') {}
 CToken::CToken(const CToken&) = default;
 CToken& CToken::operator=(const CToken&) = default;
 CToken::~CToken() = default;

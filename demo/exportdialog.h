@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QtWidgets/QDialog>
+
+#include "demo/exportjob.h"
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+
+namespace kortavin::demo {
+
+// Asks for the file of an export and for its layout. A file that is there is replaced only if the user
+// agrees.
+class ExportDialog : public QDialog {
+  public:
+    // `database`: the file that is read from, which no export may replace; empty for none.
+    ExportDialog(QWidget* parent, const QString& database);
+
+    ExportRequest Request() const;
+    void accept() override;
+
+  private:
+    QWidget* MakeFileRow();
+    void BrowseFiles();
+    bool MayWrite();
+
+    QString m_database;
+    QLineEdit* m_file;
+    QComboBox* m_layout;
+    QComboBox* m_quote;
+    QCheckBox* m_header;
+};
+
+}  // namespace kortavin::demo
