@@ -36,13 +36,17 @@ class ListWidget : public QListWidget {
 
   protected:
     bool event(QEvent* event) override {
+        const QPointer<ListWidget> self(this);
         const bool isDone = QListWidget::event(event);
-        Tell();
+        if (self != nullptr)
+            Tell();
         return isDone;
     }
     bool viewportEvent(QEvent* event) override {
+        const QPointer<ListWidget> self(this);
         const bool isDone = QListWidget::viewportEvent(event);
-        Tell();
+        if (self != nullptr)
+            Tell();
         return isDone;
     }
     // Qt would make the first item the current one, so that the arrow down could never select it.

@@ -86,10 +86,10 @@ int CDialog::RunToEnd() {
     return m_result.value_or(IDCANCEL);
 }
 
-void CDialog::FocusFirstControl() {
+void CDialog::FocusFirstControl(bool byUser) {
     const auto& controls = m_hWnd->Children();
     const auto first = std::ranges::find_if(controls, TakesFocus);
-    window::SetFocusTo(first != controls.end() ? *first : m_hWnd);
+    window::SetFocusTo(first != controls.end() ? *first : m_hWnd, byUser);
 }
 
 void CDialog::EndDialog(int result) {

@@ -41,7 +41,7 @@ class KORTAVIN_API CDialog : public CWnd {
     friend class CPropertySheet;
     kortavin::window::FoundDialog FindTemplate() const;
     void Open(const kortavin::window::FoundDialog& found);
-    void FocusFirstControl();
+    void FocusFirstControl(bool byUser = false);
     int RunToEnd();
 
     unsigned m_templateId = 0;

@@ -36,7 +36,7 @@ HWND FocusWindow() {
 }
 
 // A combo box with an edit field leaves the focus to that.
-void SetFocusTo(HWND gainer) {
+void SetFocusTo(HWND gainer, bool byUser) {
     if (gainer != nullptr && (!IsWindow(gainer) || gainer->IsDying()))
         return;
     if (gainer != nullptr && gainer->Kind() == WindowKind::ComboBox)
@@ -49,7 +49,7 @@ void SetFocusTo(HWND gainer) {
     if (gainer == s_focus)
         take();
     else
-        MoveFocus(gainer, false, take);
+        MoveFocus(gainer, byUser, take);
 }
 
 void ReportFocus(HWND gainer) noexcept {

@@ -186,17 +186,21 @@ bool CPropertySheet::Activate(int index) {
 }
 
 // The focus goes where it will stay before the former page, which may have it, is hidden.
-void CPropertySheet::ShowOnly(int index) {
+void CPropertySheet::ShowOnly(int index, bool byKeys) {
     CPropertyPage* const former = GetPage(std::exchange(m_active, index));
     Tabs().Select(index);
     GetPage(index)->ShowWindow(TRUE);
     if (window::FocusWindow() != m_hWnd->Child(kTabsId))
-        GetPage(index)->FocusFirstControl();
+        GetPage(index)->FocusFirstControl(byKeys);
     if (former != nullptr)
         former->ShowWindow(FALSE);
 }
 
 BOOL CPropertySheet::SetActivePage(int index) {
+    return TurnTo(index, false);
+}
+
+BOOL CPropertySheet::TurnTo(int index, bool byKeys) {
     CPropertyPage* const former = GetPage(m_active);
     if (m_hWnd == nullptr || GetPage(index) == nullptr || former == nullptr)
         return FALSE;
@@ -211,7 +215,7 @@ BOOL CPropertySheet::SetActivePage(int index) {
     }
     if (wasOnTabs)
         window::SetFocusTo(m_hWnd->Child(kTabsId));
-    ShowOnly(index);
+    ShowOnly(index, byKeys);
     return TRUE;
 }
 
@@ -224,7 +228,7 @@ void CPropertySheet::OnTabChosen() {
                 sheet.Tabs().Select(sheet.m_active);
         }
     } const scope{*this};
-    SetActivePage(Tabs().Selection());
+    TurnTo(Tabs().Selection(), !window::RequireToolkit().IsKeyDown(VK_LBUTTON));
 }
 
 void CPropertySheet::OnOK() {

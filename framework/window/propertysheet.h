@@ -70,7 +70,8 @@ class KORTAVIN_API CPropertySheet : public CDialog {
     void MakeButtons(const CRect& tabs);
     void SetUp(CPropertyPage& page, const kortavin::window::FoundDialog& found);
     bool Activate(int index);
-    void ShowOnly(int index);
+    void ShowOnly(int index, bool byKeys = false);
+    BOOL TurnTo(int index, bool byKeys);
 
     CString m_caption;
     CWnd* m_sheetParent;

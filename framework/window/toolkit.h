@@ -136,8 +136,8 @@ class KORTAVIN_API NativeWindow {
 
     // Name and description for screen readers; the text that is shown stays as it is.
     virtual void SetAccessibleText(std::string_view name, std::string_view description) = 0;
-    // The window shows a table, which must live as long as it or until null is set, which the library does when
-    // the object is taken off. The default tells nobody.
+    // The window shows a table, which must live as long as it or until null is set, which the library does
+    // when the object is taken off. The default tells nobody.
     virtual void SetAccessibleTable(AccessibleTable* table);
     virtual void TellTableChange(TableChange change, AccessibleTable::Cell cell);
 

@@ -120,7 +120,8 @@ KORTAVIN_API BOOL PostMessage(HWND window, UINT message, WPARAM wParam = 0, LPAR
 // As ReportNotification, but errors reach the caller.
 KORTAVIN_API LRESULT NotifyReceiver(HWND control, WORD code);
 KORTAVIN_API HWND FocusWindow();
-KORTAVIN_API void SetFocusTo(HWND gainer);  // null: no window of the library
+// Null: no window of the library. `byUser`: as if the user had moved it there by keys.
+KORTAVIN_API void SetFocusTo(HWND gainer, bool byUser = false);
 KORTAVIN_API HWND CaptureWindow();
 KORTAVIN_API void SetCaptureTo(HWND gainer);  // null: released
 // What a message comes to when no handler took it. For a window that exists.

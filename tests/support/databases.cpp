@@ -22,7 +22,7 @@ constexpr BackendFacts kFacts[] = {
 
 }  // namespace
 
-std::string BackendName(const testing::TestParamInfo<Backend>& info) {
+std::string BackendName(const ::testing::TestParamInfo<Backend>& info) {
     return kFacts[static_cast<int>(info.param)].name;
 }
 

@@ -18,7 +18,7 @@ namespace kortavin::test {
 
 enum class Backend { Sqlite, PostgresqlAnsi, PostgresqlUnicode, Mariadb };
 
-std::string BackendName(const testing::TestParamInfo<Backend>& info);
+std::string BackendName(const ::testing::TestParamInfo<Backend>& info);
 
 std::string Gbk(const std::string& utf8);
 
@@ -38,7 +38,7 @@ CDBException ErrorOf(Action action) {
     return CDBException(0, "", "");
 }
 
-class DatabaseFixture : public testing::Test {
+class DatabaseFixture : public ::testing::Test {
   protected:
     explicit DatabaseFixture(Backend backend = Backend::Sqlite) : m_backend(backend) {}
     void SetUp() override;     // opens the database
@@ -63,12 +63,12 @@ class DatabaseFixture : public testing::Test {
 };
 
 // To be instantiated with kEveryBackend.
-class EveryDatabaseTest : public DatabaseFixture, public testing::WithParamInterface<Backend> {
+class EveryDatabaseTest : public DatabaseFixture, public ::testing::WithParamInterface<Backend> {
   protected:
     EveryDatabaseTest() : DatabaseFixture(GetParam()) {}
 };
 
 inline const auto kEveryBackend =
-    testing::Values(Backend::Sqlite, Backend::PostgresqlAnsi, Backend::PostgresqlUnicode, Backend::Mariadb);
+    ::testing::Values(Backend::Sqlite, Backend::PostgresqlAnsi, Backend::PostgresqlUnicode, Backend::Mariadb);
 
 }  // namespace kortavin::test

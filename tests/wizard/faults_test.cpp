@@ -1,7 +1,7 @@
 #include "tests/support/scripted/faultfixture.h"
 #include "tests/wizard/wizarduser.h"
 
-namespace window = kortavin::window;
+using namespace kortavin;
 
 TEST_F(FaultTest, WizardPreviewsWhatCanBeReadAndGivesTheHostsResourcesBack) {
     const MemoryDesktop desktop;
@@ -15,7 +15,6 @@ TEST_F(FaultTest, WizardPreviewsWhatCanBeReadAndGivesTheHostsResourcesBack) {
         Do("#5;");
         Page().SetDlgItemText(kStatementEdit, "q");
         Do("检查;检查;");
-        EXPECT_EQ(Cells(), "|a/3|1/4|");
         m_database.Close();
         Do("检查;");
         EXPECT_EQ(Cells(), "|a/3|1/4|");

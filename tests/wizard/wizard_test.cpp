@@ -55,7 +55,6 @@ TEST_F(Wizard, ClausesFollowWhatThePagesHoldAndAreConfirmedOnTheLast) {
          "|1|2/表|A|B/字段|x|y/条件|>1|='q'/Or|<0|/Or|| @4,1", "WHERE ((A.x>1 AND B.y='q') OR (A.x<0) )"},
         {"#3;", "加行;加列;加列;3,1=a;3,2=b;3,3=c;3,2;删列;", "|1|2/表||/字段||/条件|a|c/Or|| @3,2"},
         {"#3;", "2,1;删列;删列;", "/表/字段/条件 @2,0"},
-        {"#3;", "2,1;删列;加列;删列;", "|1/表|/字段|/条件|"},
         {"#3;", "加行;3,1;删行;4,1;删行;删行;", "|/表|/字段|/条件| @3,1"},
         {"#4;", "1,1=A;1,2=x;1,3=升序;2,1=B;2,2=y;2,3=asc;3,2=z;",
          "|表|字段|排序/|A|x|升序/|B|y|asc/|B|z|/|B|| @3,2", "ORDER BY A.x ASC,B.y DESC,B.z DESC"},
@@ -98,6 +97,8 @@ TEST_F(Wizard, TablesOfAnyNameAreChosenOnceAndTakenBack) {
         Do("#0;");
         DoubleClick(*Page().GetDlgItem(kAvailableList), {5, 2 * MemoryList::kItemHeight + 5});
         Execute("DROP TABLE " + quoted);
+        Do("#2;2,1;");
+        Keys("B");  // the wizard is closed in the midst of it
     });
     RunWizard(query, "SELECT A.x FROM ", [&] {
         EXPECT_EQ(NativeOf(*Page().GetDlgItem(kAvailableList)).AsList()->Count(), 2);
