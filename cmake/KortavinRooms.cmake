@@ -53,7 +53,7 @@ function(kortavin_library)
   install(DIRECTORY framework query db service resources symbology grid wizard textimport DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kortavin
           FILES_MATCHING PATTERN "*.h"
           PATTERN framework/qt EXCLUDE
-          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|piecereader|secrets|seek|system|textrow|drawtext|fontcache|strokes|windowclass|picker|sharedfont|darkness|partition)\\.h$" EXCLUDE)
+          REGEX "/(charsetdetection|diagnostics|file_stream|gb18030|handles|icu|piecereader|secrets|seek|system|textrow|drawtext|fontcache|strokes|windowclass|picker|sharedfont|darkness|partition|heading)\\.h$" EXCLUDE)
   install(EXPORT kortavin-targets NAMESPACE kortavin:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/kortavin
           FILE kortavin-config.cmake)
   write_basic_package_version_file(kortavin-config-version.cmake COMPATIBILITY SameMajorVersion)

@@ -3,32 +3,24 @@
 #include <algorithm>
 
 #include "grid/gridcellcombo.h"
+#include "grid/heading.h"
 #include "resources/dialogs.h"
 #include "resources/texts.h"
 #include "textimport/token.h"
 
 namespace resources = kortavin::resources;
+using kortavin::grid::SetHeading;
 using resources::TextId;
 
 namespace {
-
-void WriteHeading(CGridCtrl& grid, int col, TextId text) {
-    GridItem item;
-    item.row = 0;
-    item.col = col;
-    item.mask = GridItemText | GridItemFormat;
-    item.nFormat = DT_CENTER | DT_VCENTER | DT_WORDBREAK;
-    item.text = Text(text);
-    grid.SetItem(&item);
-}
 
 void SetUp(CGridCtrl& grid, TextId firstHeading, TextId secondHeading) {
     grid.SetRowCount(1);
     grid.SetColumnCount(2);
     grid.SetFixedRowCount(1);
     grid.SetFixedColumnCount(1);
-    WriteHeading(grid, 0, firstHeading);
-    WriteHeading(grid, 1, secondHeading);
+    SetHeading(grid, 0, 0, Text(firstHeading));
+    SetHeading(grid, 0, 1, Text(secondHeading));
 }
 
 void AppendRow(CGridCtrl& grid, const CString& first, const CString& second) {

@@ -4,6 +4,7 @@
 
 #include "framework/base/replacement.h"
 #include "framework/window/filedialog.h"
+#include "grid/heading.h"
 #include "query/savedquery.h"
 #include "resources/texts.h"
 
@@ -148,13 +149,7 @@ void CPageSql::FillPreviewHeader(const _CRecordsetEx& recordset) {
     for (short column = 0; column < recordset.GetODBCFieldCount(); ++column) {
         CODBCFieldInfo info;
         recordset.GetODBCFieldInfo(column, info);
-        GridItem heading;
-        heading.row = 0;
-        heading.col = column + 1;
-        heading.mask = GridItemText | GridItemFormat;
-        heading.nFormat = DT_CENTER | DT_VCENTER | DT_WORDBREAK;
-        heading.text = info.m_strName;
-        m_Grid.SetItem(&heading);
+        kortavin::grid::SetHeading(m_Grid, 0, column + 1, info.m_strName);
     }
 }
 

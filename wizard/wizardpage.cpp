@@ -2,11 +2,7 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr UINT kHeadingFormat = DT_CENTER | DT_VCENTER | DT_WORDBREAK;
-
-}  // namespace
+#include "grid/heading.h"
 
 CWizardPage::~CWizardPage() = default;
 
@@ -64,13 +60,7 @@ bool CGridPage::AppendsAfter(int) const {
 }
 
 void CGridPage::WriteHeading(int row, int col, kortavin::resources::TextId text) {
-    GridItem item;
-    item.row = row;
-    item.col = col;
-    item.mask = GridItemText | GridItemFormat;
-    item.nFormat = kHeadingFormat;
-    item.text = Text(text);
-    Grid().SetItem(&item);
+    kortavin::grid::SetHeading(Grid(), row, col, Text(text));
 }
 
 int CGridPage::AppendEmptyRow() {
