@@ -1,7 +1,8 @@
-#include <QListWidget>
+#include <QAbstractListModel>
+#include <QListView>
 #include <QMouseEvent>
-#include <QSignalBlocker>
 #include <QStyledItemDelegate>
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -14,55 +15,119 @@
 namespace kortavin::qt {
 namespace {
 
-// Without a horizontal bar a line is as wide as the box, and an end that does not fit shows as dots.
+// The items, decoded when they show: a list of ten thousand opens as fast as a short one.
+class TextsModel : public QAbstractListModel {
+  public:
+    using QAbstractListModel::QAbstractListModel;
+
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(m_items.size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        return role == Qt::DisplayRole && index.isValid() ? QVariant(ToQt(ItemText(index.row()).View()))
+                                                          : QVariant();
+    }
+
+    const CString& ItemText(int index) const { return m_items.at(static_cast<std::size_t>(index)); }
+    void Insert(int index, std::string_view text) {
+        beginInsertRows({}, index, index);
+        m_items.emplace(m_items.begin() + index, text);
+        endInsertRows();
+    }
+    void Remove(int index) {
+        beginRemoveRows({}, index, index);
+        m_items.erase(m_items.begin() + index);
+        endRemoveRows();
+    }
+    void Clear() {
+        beginResetModel();
+        m_items.clear();
+        endResetModel();
+    }
+    // Of the item with the most bytes, which stand for columns of a terminal and so nearly for the width.
+    CString LongestText() const {
+        const auto longest = std::ranges::max_element(m_items, {}, &CString::GetLength);
+        return longest != m_items.end() ? *longest : CString();
+    }
+
+  private:
+    std::vector<CString> m_items;
+};
+
+// All lines have one size, since measuring each takes longer than all else. Without a horizontal bar a line
+// is as wide as the box, and an end that does not fit shows as dots; with one it is as wide as the longest.
 class LineDelegate : public QStyledItemDelegate {
   public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    LineDelegate(QObject* parent, const TextsModel& model, bool scrolls)
+        : QStyledItemDelegate(parent), m_model(model), m_scrolls(scrolls) {}
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+        const int height = QStyledItemDelegate::sizeHint(option, index).height();
+        if (!m_scrolls)
+            return {0, height};
+        constexpr int kMargin = 6;
+        const QString longest = ToQt(m_model.LongestText().View());
+        return {option.fontMetrics.horizontalAdvance(longest) + kMargin, height};
     }
+
+  private:
+    const TextsModel& m_model;
+    bool m_scrolls;
 };
 
 // Qt tells of a new selection in the midst of making it. Here that is told when the event is done with, so
 // that whoever hears it may do anything to the list.
-class ListWidget : public QListWidget {
+class ListView : public QListView {
   public:
     std::function<void()> selected, doubleClicked;
 
-    explicit ListWidget(QWidget* parent) : QListWidget(parent) {
-        connect(this, &QListWidget::itemSelectionChanged, this, [this] { m_wasSelected = true; });
-        connect(this, &QListWidget::itemDoubleClicked, this, [this] { m_wasDoubleClicked = true; });
+    ListView(QWidget* parent, DWORD style) : QListView(parent) {
+        setModel(&m_model);
+        setUniformItemSizes(true);
+        setItemDelegate(new LineDelegate(this, m_model, (style & WS_HSCROLL) != 0));
+        connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                [this] { m_wasSelected = !m_isChanging; });
+        connect(this, &QListView::doubleClicked, this, [this] { m_wasDoubleClicked = true; });
+    }
+
+    TextsModel& Texts() { return m_model; }
+    const TextsModel& Texts() const { return m_model; }
+    // By the program, which nobody is told of.
+    template <class Body>
+    void Change(Body body) {
+        const bool wasChanging = std::exchange(m_isChanging, true);
+        body();
+        m_isChanging = wasChanging;
     }
 
   protected:
     bool event(QEvent* event) override {
-        const QPointer<ListWidget> self(this);
-        const bool isDone = QListWidget::event(event);
+        const QPointer<ListView> self(this);
+        const bool isDone = QListView::event(event);
         if (self != nullptr)
             Tell();
         return isDone;
     }
     bool viewportEvent(QEvent* event) override {
-        const QPointer<ListWidget> self(this);
-        const bool isDone = QListWidget::viewportEvent(event);
+        const QPointer<ListView> self(this);
+        const bool isDone = QListView::viewportEvent(event);
         if (self != nullptr)
             Tell();
         return isDone;
     }
     // Qt would make the first item the current one, so that the arrow down could never select it.
     void focusInEvent(QFocusEvent* event) override {
-        QListWidget::focusInEvent(event);
+        QListView::focusInEvent(event);
         if (selectedIndexes().isEmpty())
             selectionModel()->setCurrentIndex({}, QItemSelectionModel::NoUpdate);
     }
     // Only the left button selects.
     void mousePressEvent(QMouseEvent* event) override {
         if (event->button() == Qt::LeftButton)
-            QListWidget::mousePressEvent(event);
+            QListView::mousePressEvent(event);
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override {
         if (event->button() == Qt::LeftButton)
-            QListWidget::mouseDoubleClickEvent(event);
+            QListView::mouseDoubleClickEvent(event);
     }
     // With Ctrl, Qt would take a selection away or move without one.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
@@ -79,13 +144,15 @@ class ListWidget : public QListWidget {
             doubleClicked();
     }
 
+    TextsModel m_model;
+    bool m_isChanging = false;
     bool m_wasSelected = false;
     bool m_wasDoubleClicked = false;
 };
 
 class QtListBox final : public QtWindow, public window::NativeList {
   public:
-    QtListBox(window::Window& window, ListWidget& list) : QtWindow(window, list, Ownership::Ours) {
+    QtListBox(window::Window& window, ListView& list) : QtWindow(window, list, Ownership::Ours) {
         if ((window.Style() & LBS_NOTIFY) == 0)
             return;
         const auto notify = [self = QPointer<QtListBox>(this)](WORD code) {
@@ -98,64 +165,59 @@ class QtListBox final : public QtWindow, public window::NativeList {
 
     window::NativeList* AsList() override { return this; }
 
-    int Count() const override { return static_cast<int>(m_items.size()); }
+    int Count() const override { return List() != nullptr ? List()->Texts().rowCount() : 0; }
     void Insert(int index, std::string_view text) override {
-        m_items.insert(m_items.begin() + index, CString(text));
-        Change([&](QListWidget& list) { list.insertItem(index, ToQt(text)); });
+        Change([&](ListView& list) { list.Texts().Insert(index, text); });
     }
     // Qt would select the neighbour of an item that goes.
     void Remove(int index) override {
         const bool wasSelected = index == Selection();
-        m_items.erase(m_items.begin() + index);
-        Change([&](QListWidget& list) {
-            delete list.takeItem(index);
+        Change([&](ListView& list) {
+            list.Texts().Remove(index);
             if (wasSelected)
                 Unselect(list);
         });
     }
     void Clear() override {
-        m_items.clear();
-        Change([](QListWidget& list) { list.clear(); });
+        Change([](ListView& list) { list.Texts().Clear(); });
     }
-    CString ItemText(int index) const override { return m_items.at(static_cast<std::size_t>(index)); }
+    CString ItemText(int index) const override {
+        return List() != nullptr ? List()->Texts().ItemText(index) : CString();
+    }
 
     int Selection() const override {
-        const QListWidget* const list = List();
-        const auto selected = list != nullptr ? list->selectionModel()->selectedRows() : QModelIndexList();
+        const auto selected =
+            List() != nullptr ? List()->selectionModel()->selectedRows() : QModelIndexList();
         return selected.isEmpty() ? -1 : selected.front().row();
     }
     void Select(int index) override {
-        Change([&](QListWidget& list) { index < 0 ? Unselect(list) : list.setCurrentRow(index); });
+        Change([&](ListView& list) {
+            index < 0 ? Unselect(list) : list.setCurrentIndex(list.model()->index(index, 0));
+        });
     }
 
   protected:
     UINT DialogCode() const override { return DLGC_WANTARROWS; }
 
   private:
-    QListWidget* List() const { return qobject_cast<QListWidget*>(Widget()); }
+    ListView* List() const { return static_cast<ListView*>(Widget()); }
 
-    static void Unselect(QListWidget& list) {
+    static void Unselect(ListView& list) {
         list.clearSelection();
         list.selectionModel()->setCurrentIndex({}, QItemSelectionModel::NoUpdate);
     }
 
-    // By the program, which nobody is told of.
     template <class Body>
     void Change(Body body) {
-        QListWidget* const list = List();
-        if (list == nullptr)
-            return;
-        const QSignalBlocker blocker(list);
-        body(*list);
+        if (ListView* const list = List(); list != nullptr)
+            list->Change([&] { body(*list); });
     }
-
-    std::vector<CString> m_items;
 };
 
 }  // namespace
 
 std::unique_ptr<QtWindow> MakeListBox(window::Window& window, const window::WindowRequest& request) {
-    auto* const list = new ListWidget(ParentWidget(request));
+    auto* const list = new ListView(ParentWidget(request), request.style);
     list->hide();
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -163,10 +225,6 @@ std::unique_ptr<QtWindow> MakeListBox(window::Window& window, const window::Wind
         list->setFrameShape(QFrame::NoFrame);
     list->setVerticalScrollBarPolicy(BarPolicy(request.style, WS_VSCROLL));
     list->setHorizontalScrollBarPolicy(BarPolicy(request.style, WS_HSCROLL));
-    if ((request.style & WS_HSCROLL) == 0) {
-        list->setUniformItemSizes(true);
-        list->setItemDelegate(new LineDelegate(list));
-    }
     return std::make_unique<QtListBox>(window, *list);
 }
 

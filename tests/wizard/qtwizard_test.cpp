@@ -3,7 +3,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QInputMethodEvent>
-#include <QListWidget>
+#include <QListView>
 #include <QTabBar>
 #include <thread>
 
@@ -119,11 +119,11 @@ TEST_P(QtWizard, WorksByTheMouse) {
     Run("SELECT $b.名称,$a.名称 FROM $a,$b WHERE (($a.town = $b.id)) AND (($a.width>10 AND $b.名称='西镇') "
         "OR ($a.width=12) )ORDER BY $a.名称 ASC",
         [&] {
-            auto& list = static_cast<QListWidget&>(WidgetOf(Control(kAvailableList)));
+            auto& list = static_cast<QListView&>(WidgetOf(Control(kAvailableList)));
             Keys(a);
             Click(WidgetOf(Control(kAddButton)));
             list.setFocus(), Keys("↓");
-            const QPoint place = list.visualItemRect(list.currentItem()).center();
+            const QPoint place = list.visualRect(list.currentIndex()).center();
             Click(*list.viewport(), place);
             QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
             GoTo(1);

@@ -2,7 +2,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QTabWidget>
 #include <QTemporaryDir>
 
@@ -135,8 +135,8 @@ TEST_F(QtSheets, ListBoxTellsWhatTheUserSelectsAndKeepsItsBytes) {
         list.AddString(text);
     parent.interest = {WM_COMMAND};
     Activate(WidgetOf(parent));
-    auto& widget = static_cast<QListWidget&>(WidgetOf(list));
-    const auto placeOf = [&](int row) { return widget.visualItemRect(widget.item(row)).center(); };
+    auto& widget = static_cast<QListView&>(WidgetOf(list));
+    const auto placeOf = [&](int row) { return widget.visualRect(widget.model()->index(row, 0)).center(); };
     const auto expect = [&](int selection, std::initializer_list<WORD> codes) {
         EXPECT_EQ(list.GetCurSel(), selection);
         ASSERT_EQ(parent.record.size(), codes.size());
