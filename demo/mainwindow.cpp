@@ -7,6 +7,7 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QToolBar>
+#include <functional>
 
 #include "demo/datapage.h"
 #include "demo/gridpage.h"
@@ -83,9 +84,10 @@ QAction* MainWindow::MakeAction(const Command& command) {
     action->setIconText(action->text().remove(QRegularExpression(QStringLiteral("\\(&.\\)"))));
     action->setToolTip(
         QStringLiteral("%1 (%2)").arg(action->iconText(), command.key.toString(QKeySequence::NativeText)));
-    connect(action, &QAction::triggered, this, [this, run = command.run] {
+    const std::function<void(DataPage&)> run = command.run;
+    connect(action, &QAction::triggered, this, [this, run] {
         ShowPage(*m_data);
-        (m_data->*run)();
+        run(*m_data);
     });
     if (command.condition)
         m_conditionals.push_back({action, command.condition});
