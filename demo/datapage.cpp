@@ -129,13 +129,14 @@ void DataPage::AskAndExport() {
 void DataPage::AskAndImport() {
     Reported(*this, QStringLiteral("不能导入。"), [this] {
         ImportDialog dialog(this, *m_connection.Database());
-        if (dialog.exec() == QDialog::Accepted)
-            Import(dialog);
+        while (dialog.exec() == QDialog::Accepted && !Import(dialog)) {
+        }
     });
 }
 
-// Nothing has changed in the database unless the last status tells of rows.
-void DataPage::Import(const ImportDialog& dialog) {
+// False: nothing was imported, and the dialog is there again with all that was entered.
+bool DataPage::Import(const ImportDialog& dialog) {
+    bool isDone = false;
     Reported(*this, QStringLiteral("导入失败，没有导入任何行。"), [&] {
         TextSource text(dialog.Path(), dialog.Encoding());
         ImportRequest request = dialog.Request();
@@ -148,10 +149,12 @@ void DataPage::Import(const ImportDialog& dialog) {
             text.File().Seek(0, CFile::begin);
             const ULONGLONG rows = ImportText(*m_connection.Database(), text, request, progress);
             Tell(QStringLiteral("已导入 %L1 行到 %2。").arg(rows).arg(Shown(request.table)));
+            isDone = true;
         } catch (const Cancelled&) {
             Tell(QStringLiteral("导入已取消，没有导入任何行。"));
         }
     });
+    return isDone;
 }
 
 void DataPage::DropResult() {

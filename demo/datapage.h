@@ -45,7 +45,7 @@ class DataPage : public QWidget {
   private:
     QBoxLayout* MakeStatementPart();
     void ExecuteStatement(const CString& statement);
-    void Import(const ImportDialog& dialog);
+    bool Import(const ImportDialog& dialog);
     void DropResult();
     void Tell(const QString& status);
 

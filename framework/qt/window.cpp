@@ -144,8 +144,8 @@ void QtWindow::Begin(const window::WindowRequest& request) {
     if ((request.style & WS_TABSTOP) == 0)
         m_widget->setFocusPolicy(static_cast<Qt::FocusPolicy>(m_widget->focusPolicy() & ~Qt::TabFocus));
     TakeTabPlace();
-    if ((request.style & WS_VISIBLE) != 0)
-        m_widget->show();
+    // One that is not told to hide would show as soon as its parent does.
+    m_widget->setVisible((request.style & WS_VISIBLE) != 0);
     BeginReporting();
 }
 

@@ -35,6 +35,9 @@ CGridCtrl& Grid() {
     return dynamic_cast<CGridCtrl&>(Control(kGrid));
 }
 void Click(QWidget& widget, QPoint place = {}) {
+    const QPoint inWindow = widget.mapTo(widget.window(), place.isNull() ? widget.rect().center() : place);
+    const QWidget* const hit = widget.window()->childAt(inWindow);
+    EXPECT_TRUE(hit == &widget || widget.isAncestorOf(hit)) << "something lies over it";
     QTest::mouseClick(&widget, Qt::LeftButton, {}, place);
     QCoreApplication::processEvents();
 }
