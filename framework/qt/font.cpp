@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QHash>
 #include <algorithm>
 #include <cmath>
 #include <string_view>
@@ -41,15 +42,27 @@ QStringList InstalledChineseFamilies() {
 
 // A face that is not installed: the desktop knows a substitute with the same widths for a Latin one
 // ("Arial"), but answers any font at all for a Chinese one.
-QStringList FamiliesFor(const QString& face) {
+QStringList FindFamilies(const QString& face) {
     QStringList families;
-    if (face.isEmpty())
-        families = QStringList{QFontInfo(QApplication::font()).family()};
-    else if (QFontDatabase::hasFamily(face))
+    if (QFontDatabase::hasFamily(face))
         families = QStringList{face};
-    else if (!IsChineseName(face))
+    else if (!face.isEmpty() && !IsChineseName(face))
         families = QStringList{QFontInfo(QFont(face)).family()};
     return families + InstalledChineseFamilies();
+}
+
+// What was found before: the desktop takes milliseconds to look for a face.
+QHash<QString, QStringList>& FoundFamilies() {
+    static auto* found = new QHash<QString, QStringList>;
+    return *found;
+}
+
+// An empty face stands for the application's own.
+QStringList FamiliesFor(const QString& face) {
+    auto found = FoundFamilies().constFind(face);
+    if (found == FoundFamilies().constEnd())
+        found = FoundFamilies().insert(face, FindFamilies(face));
+    return face.isEmpty() ? QStringList{QFontInfo(QApplication::font()).family()} + *found : *found;
 }
 
 std::string_view FaceName(const LOGFONT& description) {
@@ -115,6 +128,10 @@ TEXTMETRIC MetricOf(const QFont& font) {
 }
 
 }  // namespace
+
+void ForgetFamilies() {
+    FoundFamilies().clear();
+}
 
 QtFont::QtFont(const LOGFONT& description)
     : m_font(MakeQFont(description)), m_metrics(m_font), m_textMetric(MetricOf(m_font)) {

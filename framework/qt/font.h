@@ -26,6 +26,9 @@ class QtFont : public window::NativeFont {
     std::array<qreal, 95> m_widths{};  // of the printable ASCII characters, which make up most texts
 };
 
+// Has faces looked for anew: fonts were added or removed.
+void ForgetFamilies();
+
 // What the toolkit made for a CFont; Qt's default for one that was not created.
 QFont FontOf(const CFont& font);
 

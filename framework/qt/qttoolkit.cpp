@@ -105,7 +105,9 @@ void QtToolkit::Prepare() {
     if (m_application == qApp)
         return;
     m_application = qApp;
+    ForgetFamilies();
     connect(qApp, &QApplication::focusChanged, this, &QtToolkit::OnFocusChanged);
+    connect(qApp, &QApplication::fontDatabaseChanged, this, &ForgetFamilies);
     TranslateQt();
     InstallTableAccess();
 }
