@@ -1,6 +1,7 @@
 #include "framework/odbc/fieldexchange.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "framework/base/codepage.h"
 #include "framework/odbc/database.h"
@@ -69,10 +70,16 @@ void RFX_Text(CFieldExchange* exchange, const char* label, CString& value, int m
     if (cut || field->length > 0)
         narrow = {field->text.data(), static_cast<std::size_t>(cut ? room : field->length)};
 
-    const auto text = exchange->m_database.FromNarrow(narrow, cut);
+    if (narrow.empty()) {
+        value.Empty();
+        return;
+    }
+    auto text = exchange->m_database.FromNarrow(narrow, cut);
     if (!text)
         throw kortavin::odbc::MakeConversionError(CString("The value of ") + label, exchange->m_database);
-    value = CString(kortavin::base::CutAtCharacter(text->View(), static_cast<std::size_t>(maxLength)));
+    if (text->GetLength() > maxLength)
+        text = CString(kortavin::base::CutAtCharacter(text->View(), static_cast<std::size_t>(maxLength)));
+    value = *std::move(text);
 }
 
 void RFX_Int(CFieldExchange* exchange, const char* /*label*/, int& value) {
