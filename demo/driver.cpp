@@ -8,6 +8,8 @@
 #include <QtGui/QPixmap>
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QProgressDialog>
 
 namespace kortavin::demo {
 namespace {
@@ -60,6 +62,12 @@ QImage Picture(const QWidget& part, QWidget* list) {
     return picture;
 }
 
+[[noreturn]] void Refuse(QWidget& dialog) {
+    const auto* box = qobject_cast<QMessageBox*>(&dialog);
+    throw TourFailure("a dialog opens that should not: " +
+                      (box ? box->text() : dialog.windowTitle()).toStdString());
+}
+
 }  // namespace
 
 Driver::Driver(QWidget& window, const QDir& folder) : m_window(window), m_folder(folder) {
@@ -107,37 +115,38 @@ void Driver::TabTo(const QWidget& widget) {
            "the Tab key does not reach " + widget.objectName().toStdString());
 }
 
-void Driver::InDialog(const std::function<void()>& open, const std::function<void(QWidget&)>& answer) {
+void Driver::InDialogs(const std::function<void()>& open, const std::vector<Answer>& answers) {
     const QWidget* below = QApplication::activeModalWidget();
-    bool answered = false;
+    std::size_t answered = 0;
+    bool isAnswering = false;
     std::exception_ptr failure;  // none may pass through the dialog's loop
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &m_window, [&] {
         QWidget* dialog = QApplication::activeModalWidget();
-        if (answered || !dialog || dialog == below)
+        if (isAnswering || !dialog || dialog == below || qobject_cast<QProgressDialog*>(dialog))
             return;
-        answered = true;
-        poll.stop();
-        Answer(answer, *dialog, failure);
+        isAnswering = true;
+        const bool isExpected = answered < answers.size() && !failure;
+        Run(isExpected ? answers[answered++] : Answer(&Refuse), *dialog, failure);
+        isAnswering = false;
     });
     poll.start(0);
     open();
     if (failure)
         std::rethrow_exception(failure);
-    if (!answered)
+    if (answered < answers.size())
         throw TourFailure("no dialog opens");
     Activate();
 }
 
-// Closes the dialog if the answer has not.
-void Driver::Answer(const std::function<void(QWidget&)>& answer, QWidget& dialog,
-                    std::exception_ptr& failure) {
+// Closes the dialog if the answer has not. What failed first is what counts.
+void Driver::Run(const Answer& answer, QWidget& dialog, std::exception_ptr& failure) {
     const QPointer<QWidget> alive(&dialog);
     try {
         Expect([&dialog] { return dialog.isActiveWindow(); }, "the dialog does not become active");
         answer(dialog);
     } catch (...) {
-        failure = std::current_exception();
+        failure = failure ? failure : std::current_exception();
     }
     if (alive && alive == QApplication::activeModalWidget())
         alive->close();

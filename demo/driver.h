@@ -7,6 +7,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace kortavin::demo {
 
@@ -31,7 +32,10 @@ class Driver {
 
     // Runs `open`, which is to open a modal dialog and to return when that closes, and `answer` on the
     // dialog. May be called within an answer, for a dialog above that one.
-    void InDialog(const std::function<void()>& open, const std::function<void(QWidget&)>& answer);
+    using Answer = std::function<void(QWidget&)>;
+    void InDialog(const std::function<void()>& open, const Answer& answer) { InDialogs(open, {answer}); }
+    // The same with one after the other. Windows that tell of progress do not count.
+    void InDialogs(const std::function<void()>& open, const std::vector<Answer>& answers);
 
     void Expect(const std::function<bool()>& happened, const std::string& what);  // soon
     // Runs the step, which is to change what the widget shows.
@@ -48,7 +52,7 @@ class Driver {
   private:
     void Activate();
     static void Settle();
-    void Answer(const std::function<void(QWidget&)>& answer, QWidget& dialog, std::exception_ptr& failure);
+    void Run(const Answer& answer, QWidget& dialog, std::exception_ptr& failure);
 
     QWidget& m_window;  // dialogs have their own
     QDir m_folder;

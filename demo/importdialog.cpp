@@ -1,5 +1,6 @@
 #include "demo/importdialog.h"
 
+#include <QtCore/QSet>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
@@ -38,6 +39,21 @@ CString ListOf(const std::vector<CString>& items) {
         list += (i > 0 ? "," : "") + ToGbk(item.replace(QChar(','), QChar(0xFF0C)));
     }
     return list;
+}
+
+// Of columns with the same name the matching dialog knows the first only, and one without a name would match
+// whatever field has none chosen.
+std::vector<CString> DistinctNames(const std::vector<CString>& columns) {
+    std::vector<CString> names;
+    QSet<QString> taken;
+    for (const CString& column : columns) {
+        QString name = Shown(column);
+        while (name.trimmed().isEmpty() || taken.contains(name.trimmed().toUpper()))
+            name += QStringLiteral("(%1)").arg(names.size() + 1);
+        taken.insert(name.trimmed().toUpper());
+        names.push_back(ToGbk(name));
+    }
+    return names;
 }
 
 // The matching dialog knows no lists of one.
@@ -99,6 +115,7 @@ QWidget* ImportDialog::MakeFileRow() {
     m_file->setObjectName(QStringLiteral("file"));
     m_file->setMinimumWidth(kFieldWidth);
     auto* browse = new QPushButton(QStringLiteral("浏览(&B)…"));
+    browse->setObjectName(QStringLiteral("browse"));
     browse->setAutoDefault(false);  // Enter in a field goes on
     connect(browse, &QPushButton::clicked, this, [this] { BrowseFiles(); });
     row->addWidget(m_file);
@@ -166,7 +183,7 @@ std::optional<std::vector<WORD>> MatchColumns(QWidget& window, const TextHead& h
         return MatchSingleField(window, head, fields.front());
     if (head.columns.size() < 2)
         throw Failure("文件的第一行没有分隔符，只有一列：请检查分隔符，或者只选择一个字段。");
-    CString columns = ListOf(head.columns);
+    CString columns = ListOf(DistinctNames(head.columns));
     CString samples = ListOf(head.samples);
     CString targets = ListOf(fields);
     CWordArray matches;

@@ -13,8 +13,6 @@
 namespace kortavin::demo {
 namespace {
 
-constexpr int kShownLength = 80;  // characters of a bad line
-
 // Undoes what was not committed.
 class Transaction {
   public:
@@ -37,14 +35,6 @@ class Transaction {
   private:
     CGeoDatabase* m_database;
 };
-
-[[noreturn]] void RefuseLine(ULONGLONG number, const CString& line, const QString& reason) {
-    QString text = Shown(line);
-    if (text.size() > kShownLength)
-        text = text.left(kShownLength) + QStringLiteral("…");
-    throw Failure(
-        QStringLiteral("第 %1 行：%2\n%3").arg(QString::number(number), text, reason).toStdString());
-}
 
 std::vector<CString> Chosen(const std::vector<CString>& pieces, const std::vector<WORD>& positions) {
     std::vector<CString> values;

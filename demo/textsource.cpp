@@ -3,29 +3,43 @@
 #include <fcntl.h>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <algorithm>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "demo/report.h"
-#include "framework/base/cstring.h"
+#include "demo/text.h"
+#include "framework/base/codepage.h"
 
 namespace kortavin::demo {
 namespace {
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr UINT kBlock = 65536;
+constexpr int kShownLength = 80;  // characters of a bad line
 
-// Hands out the file in pieces that end behind a line feed, or at the file's end.
+// Where the last whole line ends that ends at `from` or later. A carriage return at the very end may have its
+// line feed still to come.
+std::size_t EndOfLines(std::string_view text, std::size_t from) {
+    if (text.ends_with('\r'))
+        text.remove_suffix(1);
+    const std::size_t end = text.substr(std::min(from, text.size())).find_last_of("\r\n");
+    return end == std::string_view::npos ? 0 : from + end + 1;
+}
+
+// Hands out the file in pieces that end with a line, or at the file's end.
 void ForEachPiece(CFile& file, const std::function<bool(std::string_view)>& take) {
     file.Seek(0, CFile::begin);
     std::string pending;
     std::string block(kBlock, '\0');
     for (bool isLast = false; !isLast;) {
+        const std::size_t searched = pending.empty() ? 0 : pending.size() - 1;
         const UINT count = file.Read(block.data(), kBlock);
         isLast = count < kBlock;
         pending.append(block, 0, count);
-        const std::size_t end = isLast ? pending.size() : pending.rfind('\n') + 1;
-        if (!take(std::string_view(pending).substr(0, end)))
+        const std::size_t end = isLast ? pending.size() : EndOfLines(pending, searched);
+        if (end > 0 && !take(std::string_view(pending).substr(0, end)))
             return;
         pending.erase(0, end);
     }
@@ -69,16 +83,45 @@ std::unique_ptr<CFile> MakeNameless() {
     return std::make_unique<CFile>(descriptor);
 }
 
-CString GbkOf(std::string_view piece, bool isUtf8) {
+std::optional<CString> GbkOf(std::string_view text, bool isUtf8) {
+    if (isUtf8)
+        return CString::FromUtf8(text);
+    CString gbk(text);
+    return gbk.ToUtf8() ? std::optional(std::move(gbk)) : std::nullopt;
+}
+
+// The first line that is no text is told, by its number in the file.
+[[noreturn]] void Refuse(std::string_view piece, bool isUtf8, ULONGLONG number) {
+    const std::string lines = WithLineEnds(piece);
+    std::string_view rest = lines;
+    std::string_view line;
+    do {
+        const std::size_t end = std::min(rest.find("\r\n"), rest.size());
+        line = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 2, rest.size()));
+        ++number;
+    } while (GbkOf(line, isUtf8) && !rest.empty());
+    RefuseLine(number, isUtf8 ? CString(base::Utf8ForMessage(line)) : CString(line),
+               isUtf8 ? QStringLiteral("不是有效的 UTF-8 文本。") : QStringLiteral("不是有效的 GBK 文本。"));
+}
+
+CString Checked(std::string_view piece, bool isUtf8, ULONGLONG linesBefore) {
     if (piece.find('\0') != std::string_view::npos)
         throw Failure("文件中有值为零的字节：它不是 GBK 或 UTF-8 文本。");
-    if (!isUtf8)
-        return CString(piece);
-    const auto gbk = CString::FromUtf8(piece);
-    return gbk ? *gbk : throw Failure("文件不是有效的 UTF-8 文本。");
+    if (auto gbk = GbkOf(piece, isUtf8))
+        return *std::move(gbk);
+    Refuse(piece, isUtf8, linesBefore);
 }
 
 }  // namespace
+
+void RefuseLine(ULONGLONG number, const CString& line, const QString& reason) {
+    QString text = Shown(line);
+    if (text.size() > kShownLength)
+        text = text.left(kShownLength) + QStringLiteral("…");
+    throw Failure(
+        QStringLiteral("第 %1 行：%2\n%3").arg(QString::number(number), text, reason).toStdString());
+}
 
 TextSource::TextSource(const QString& path, TextEncoding encoding) : m_text(MakeNameless()) {
     CFile file(QFile::encodeName(path).constData(), CFile::modeRead);
@@ -86,10 +129,12 @@ TextSource::TextSource(const QString& path, TextEncoding encoding) : m_text(Make
     const bool isUtf8 =
         hasMark || encoding == TextEncoding::Utf8 || (encoding == TextEncoding::Detected && IsUtf8(file));
     bool isFirst = true;
+    ULONGLONG lineEnds = 0;
     ForEachPiece(file, [&](std::string_view piece) {
         if (std::exchange(isFirst, false) && hasMark)
             piece.remove_prefix(kMark.size());
-        const std::string lines = WithLineEnds(GbkOf(piece, isUtf8).View());
+        const std::string lines = WithLineEnds(Checked(piece, isUtf8, lineEnds).View());
+        lineEnds += static_cast<ULONGLONG>(std::ranges::count(lines, '\n'));
         m_text->Write(lines.data(), static_cast<UINT>(lines.size()));
         return true;
     });

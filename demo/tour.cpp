@@ -35,6 +35,7 @@ void RunTour(MainWindow& window, const QDir& folder) {
     Driver driver(window, folder);
     window.ShowPage(window.Data());
     UseDataPage(driver, window.Data(), folder);
+    UseImport(driver, window.Data(), folder);
     window.ShowPage(window.Symbols());
     UseSymbolPage(driver, window.Symbols());
     ShootSymbolPage(driver, window.Symbols());
@@ -49,6 +50,7 @@ void RunTour(MainWindow& window, const QDir& folder) {
     ShootSymbolPage(driver, window.Symbols());
     window.ShowPage(window.Data());
     ShootDataPage(driver, window.Data());
+    UseImport(driver, window.Data(), folder);
 }
 
 }  // namespace kortavin::demo

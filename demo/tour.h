@@ -23,6 +23,8 @@ void RunTour(MainWindow& window, const QDir& folder);
 // its rows, the files in the folder.
 void UseDataPage(Driver& driver, const DataPage& page, const QDir& folder);
 void ShootDataPage(Driver& driver, const DataPage& page);
+// Imports a text, which it leaves in the folder, into a table of the sample database; keeps pictures as well.
+void UseImport(Driver& driver, const DataPage& page, const QDir& folder);
 void UseSymbolPage(Driver& driver, const SymbolPage& page);
 void ShootSymbolPage(Driver& driver, const SymbolPage& page);
 void UseGridPage(Driver& driver, const GridPage& page);
