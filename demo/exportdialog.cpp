@@ -7,10 +7,10 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
+#include "demo/formparts.h"
 #include "demo/report.h"
 
 namespace kortavin::demo {
@@ -19,15 +19,11 @@ namespace {
 using service::ExportLayout;
 using service::ExportQuote;
 
-constexpr int kFieldWidth = 320;
-
-template <class Value>
-QComboBox* MakeChoice(const char* name, std::initializer_list<std::pair<const char*, Value>> choices) {
-    auto* combo = new QComboBox;
-    combo->setObjectName(QString::fromLatin1(name));
-    for (const auto& [text, value] : choices)
-        combo->addItem(QString::fromUtf8(text), static_cast<int>(value));
-    return combo;
+QVariant ValueOf(ExportLayout layout) {
+    return static_cast<int>(layout);
+}
+QVariant ValueOf(ExportQuote quote) {
+    return static_cast<int>(quote);
 }
 
 }  // namespace
@@ -35,21 +31,26 @@ QComboBox* MakeChoice(const char* name, std::initializer_list<std::pair<const ch
 ExportDialog::ExportDialog(QWidget* parent, const QString& database)
     : QDialog(parent),
       m_database(database),
-      m_layout(MakeChoice<ExportLayout>("layout", {{"逗号分隔", ExportLayout::Comma},
-                                                   {"空格分隔", ExportLayout::Blank},
-                                                   {"制表符分隔", ExportLayout::Tab},
-                                                   {"二进制", ExportLayout::Binary}})),
-      m_quote(MakeChoice<ExportQuote>(
-          "quote",
-          {{"无", ExportQuote::None}, {"单引号", ExportQuote::Single}, {"双引号", ExportQuote::Double}})),
+      // Whether a former file may be replaced is asked once, when the dialog is confirmed.
+      m_file(new FileField([this](const QString& path) {
+          return QFileDialog::getSaveFileName(
+              this, QStringLiteral("导出到"), path,
+              QStringLiteral("文本文件 (*.csv *.txt);;查询数据 (*.dat);;所有文件 (*)"), nullptr,
+              QFileDialog::DontConfirmOverwrite);
+      })),
+      m_layout(MakeChoice("layout", {{"逗号分隔", ValueOf(ExportLayout::Comma)},
+                                     {"空格分隔", ValueOf(ExportLayout::Blank)},
+                                     {"制表符分隔", ValueOf(ExportLayout::Tab)},
+                                     {"二进制", ValueOf(ExportLayout::Binary)}})),
+      m_quote(MakeChoice("quote", {{"无", ValueOf(ExportQuote::None)},
+                                   {"单引号", ValueOf(ExportQuote::Single)},
+                                   {"双引号", ValueOf(ExportQuote::Double)}})),
       m_header(new QCheckBox(QStringLiteral("先写字段名(&H)"))) {
     setWindowTitle(QStringLiteral("导出查询结果"));
     m_header->setObjectName(QStringLiteral("header"));
     m_header->setChecked(true);
     auto* form = new QFormLayout(this);
-    QWidget* fileRow = MakeFileRow();
-    form->addRow(QStringLiteral("文件(&F)："), fileRow);
-    qobject_cast<QLabel*>(form->labelForField(fileRow))->setBuddy(m_file);
+    m_file->AddTo(*form, QStringLiteral("文件(&F)："));
     form->addRow(QStringLiteral("格式(&L)："), m_layout);
     form->addRow(QStringLiteral("文字的引号(&Q)："), m_quote);
     form->addRow(QString(), m_header);
@@ -63,40 +64,15 @@ ExportDialog::ExportDialog(QWidget* parent, const QString& database)
     form->addRow(buttons);
 }
 
-QWidget* ExportDialog::MakeFileRow() {
-    auto* part = new QWidget;
-    auto* row = new QHBoxLayout(part);
-    row->setContentsMargins(0, 0, 0, 0);
-    m_file = new QLineEdit;
-    m_file->setObjectName(QStringLiteral("file"));
-    m_file->setMinimumWidth(kFieldWidth);
-    auto* browse = new QPushButton(QStringLiteral("浏览(&B)…"));
-    browse->setAutoDefault(false);  // Enter in a field exports
-    connect(browse, &QPushButton::clicked, this, [this] { BrowseFiles(); });
-    row->addWidget(m_file);
-    row->addWidget(browse);
-    return part;
-}
-
-// Whether a former file may be replaced is asked once, when the dialog is confirmed.
-void ExportDialog::BrowseFiles() {
-    const QString chosen =
-        QFileDialog::getSaveFileName(this, QStringLiteral("导出到"), m_file->text(),
-                                     QStringLiteral("文本文件 (*.csv *.txt);;查询数据 (*.dat);;所有文件 (*)"),
-                                     nullptr, QFileDialog::DontConfirmOverwrite);
-    if (!chosen.isEmpty())
-        m_file->setText(chosen);
-}
-
 ExportRequest ExportDialog::Request() const {
-    return {m_file->text(),
+    return {m_file->Path(),
             {static_cast<ExportLayout>(m_layout->currentData().toInt()),
              static_cast<ExportQuote>(m_quote->currentData().toInt()), m_header->isChecked()}};
 }
 
 bool ExportDialog::MayWrite() {
-    const QFileInfo file(m_file->text());
-    if (m_file->text().isEmpty())
+    const QFileInfo file(m_file->Path());
+    if (m_file->Path().isEmpty())
         throw Failure("请给出文件名。");
     if (!m_database.isEmpty() && file.canonicalFilePath() == QFileInfo(m_database).canonicalFilePath())
         throw Failure("这是正在查询的数据库文件。");

@@ -6,9 +6,10 @@
 
 class QCheckBox;
 class QComboBox;
-class QLineEdit;
 
 namespace kortavin::demo {
+
+class FileField;
 
 // Asks for the file of an export and for its layout. A file that is there is replaced only if the user
 // agrees.
@@ -21,12 +22,10 @@ class ExportDialog : public QDialog {
     void accept() override;
 
   private:
-    QWidget* MakeFileRow();
-    void BrowseFiles();
     bool MayWrite();
 
     QString m_database;
-    QLineEdit* m_file;
+    FileField* m_file;
     QComboBox* m_layout;
     QComboBox* m_quote;
     QCheckBox* m_header;

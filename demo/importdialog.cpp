@@ -7,11 +7,11 @@
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPushButton>
 #include <utility>
 
+#include "demo/formparts.h"
 #include "demo/report.h"
 #include "demo/text.h"
 #include "textimport/mateup.h"
@@ -19,16 +19,7 @@
 namespace kortavin::demo {
 namespace {
 
-constexpr int kFieldWidth = 320;
 constexpr int kListHeight = 140;
-
-QComboBox* MakeChoice(const char* name, std::initializer_list<std::pair<const char*, QVariant>> choices) {
-    auto* combo = new QComboBox;
-    combo->setObjectName(QString::fromLatin1(name));
-    for (const auto& [text, value] : choices)
-        combo->addItem(QString::fromUtf8(text), value);
-    return combo;
-}
 
 // As the matching dialog takes lists. A comma inside an item would end it there: a wide one is shown instead.
 // Which column is meant is told by its position.
@@ -75,6 +66,10 @@ std::optional<std::vector<WORD>> MatchSingleField(QWidget& window, const TextHea
 ImportDialog::ImportDialog(QWidget* parent, CGeoDatabase& database)
     : QDialog(parent),
       m_database(database),
+      m_file(new FileField([this](const QString& path) {
+          return QFileDialog::getOpenFileName(this, QStringLiteral("选择文本文件"), path,
+                                              QStringLiteral("文本文件 (*.csv *.txt);;所有文件 (*)"));
+      })),
       m_encoding(MakeChoice("encoding", {{"自动识别", static_cast<int>(TextEncoding::Detected)},
                                          {"UTF-8", static_cast<int>(TextEncoding::Utf8)},
                                          {"GBK", static_cast<int>(TextEncoding::Gbk)}})),
@@ -84,9 +79,7 @@ ImportDialog::ImportDialog(QWidget* parent, CGeoDatabase& database)
       m_fields(new QListWidget) {
     setWindowTitle(QStringLiteral("导入文本"));
     auto* form = new QFormLayout(this);
-    QWidget* fileRow = MakeFileRow();
-    form->addRow(QStringLiteral("文本文件(&F)："), fileRow);
-    qobject_cast<QLabel*>(form->labelForField(fileRow))->setBuddy(m_file);
+    m_file->AddTo(*form, QStringLiteral("文本文件(&F)："));
     form->addRow(QStringLiteral("编码(&C)："), m_encoding);
     form->addRow(QStringLiteral("分隔符(&S)："), m_separator);
     form->addRow(QStringLiteral("导入到表(&T)："), m_table);
@@ -107,30 +100,6 @@ ImportDialog::ImportDialog(QWidget* parent, CGeoDatabase& database)
         m_table->addItem(Shown(table));
 }
 
-QWidget* ImportDialog::MakeFileRow() {
-    auto* part = new QWidget;
-    auto* row = new QHBoxLayout(part);
-    row->setContentsMargins(0, 0, 0, 0);
-    m_file = new QLineEdit;
-    m_file->setObjectName(QStringLiteral("file"));
-    m_file->setMinimumWidth(kFieldWidth);
-    auto* browse = new QPushButton(QStringLiteral("浏览(&B)…"));
-    browse->setObjectName(QStringLiteral("browse"));
-    browse->setAutoDefault(false);  // Enter in a field goes on
-    connect(browse, &QPushButton::clicked, this, [this] { BrowseFiles(); });
-    row->addWidget(m_file);
-    row->addWidget(browse);
-    return part;
-}
-
-void ImportDialog::BrowseFiles() {
-    const QString chosen =
-        QFileDialog::getOpenFileName(this, QStringLiteral("选择文本文件"), m_file->text(),
-                                     QStringLiteral("文本文件 (*.csv *.txt);;所有文件 (*)"));
-    if (!chosen.isEmpty())
-        m_file->setText(chosen);
-}
-
 void ImportDialog::ListFields() {
     m_fields->clear();
     m_fieldNames.clear();
@@ -145,7 +114,7 @@ void ImportDialog::ListFields() {
 }
 
 QString ImportDialog::Path() const {
-    return m_file->text();
+    return m_file->Path();
 }
 
 TextEncoding ImportDialog::Encoding() const {

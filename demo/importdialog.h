@@ -6,10 +6,11 @@
 #include "demo/importjob.h"
 
 class QComboBox;
-class QLineEdit;
 class QListWidget;
 
 namespace kortavin::demo {
+
+class FileField;
 
 // Asks for the text file of an import, how it is written, the table that it goes to, and which of the table's
 // fields are to be filled.
@@ -25,13 +26,11 @@ class ImportDialog : public QDialog {
     void accept() override;
 
   private:
-    QWidget* MakeFileRow();
-    void BrowseFiles();
     void ListFields();
     void Check() const;
 
     CGeoDatabase& m_database;
-    QLineEdit* m_file;
+    FileField* m_file;
     QComboBox* m_encoding;
     QComboBox* m_separator;
     QComboBox* m_table;
