@@ -5,6 +5,7 @@
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -88,6 +89,13 @@ QByteArray SystemBytes(const CString& text) {
     return {text.View().data(), static_cast<qsizetype>(text.View().size())};
 }
 
+// A box around a short text would be too narrow for its own title.
+void Widen(QMessageBox& box) {
+    constexpr int kWidth = 240;
+    if (auto* const grid = qobject_cast<QGridLayout*>(box.layout()); grid != nullptr)
+        grid->addItem(new QSpacerItem(kWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 }  // namespace
 
 QWidget* WindowBelowBox(QWidget* named) {
@@ -103,6 +111,7 @@ int ShowMessageBox(std::string_view text, QWidget* parent) {
     box->setText(ToQt(text));
     box->setStandardButtons(QMessageBox::Ok);
     NameButtons(*box);
+    Widen(*box);
     box->exec();
     return IDOK;
 }
