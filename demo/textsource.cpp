@@ -1,9 +1,10 @@
 #include "demo/textsource.h"
 
 #include <fcntl.h>
-#include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QTemporaryFile>
 #include <algorithm>
+#include <cerrno>
 #include <functional>
 #include <optional>
 #include <string>
@@ -75,11 +76,14 @@ std::string WithLineEnds(std::string_view text) {
     return lines;
 }
 
+// The file is gone with the last descriptor.
 std::unique_ptr<CFile> MakeNameless() {
-    const QByteArray folder = QFile::encodeName(QDir::tempPath());
-    const int descriptor = open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    QTemporaryFile file;
+    if (!file.open())
+        throw Failure(QStringLiteral("不能建立临时文件：%1").arg(file.errorString()).toStdString());
+    const int descriptor = fcntl(file.handle(), F_DUPFD_CLOEXEC, 0);
     if (descriptor < 0)
-        throw CFileException::FromErrno(errno, folder.constData());
+        throw CFileException::FromErrno(errno, QFile::encodeName(file.fileName()).constData());
     return std::make_unique<CFile>(descriptor);
 }
 
