@@ -1,5 +1,5 @@
-#include "tests/support/databases.h"
-// Before what is named alike.
+#include <unistd.h>
+
 #include <QComboBox>
 #include <QDialog>
 #include <QInputMethodEvent>
@@ -11,6 +11,7 @@
 #include "resources/dialogs.h"
 #include "service/querysql.h"
 #include "tests/framework/qt/qttest.h"
+#include "tests/support/databases.h"
 #include "wizard/sqlsheet.h"
 
 // The query wizard by real events. Texts are UTF-8.
@@ -163,17 +164,20 @@ TEST_P(QtWizard, WorksByTheKeyboardAlone) {
 TEST_P(QtWizard, StaysUsableWhenTheServerEndsTheConnectionInACheck) {
     if (m_backend != Backend::PostgresqlAnsi && m_backend != Backend::PostgresqlUnicode)
         GTEST_SKIP() << "Only PostgreSQL ends a connection by a statement.";
-    constexpr char kSleep[] = "SELECT pg_sleep(60)";
-    const CString kill =
-        "SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
-        "WHERE query LIKE '%pg_sleep(60)%' AND pid <> pg_backend_pid()";
+    // The same test may run beside this one: neither's statements are to be found by the other's.
+    const std::string mark = std::to_string(getpid());
+    const CString sleep(("SELECT pg_sleep(60." + mark + ")").c_str());
+    const CString kill(
+        ("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE query LIKE '%pg_sleep(60.' || '" +
+         mark + ")%'")
+            .c_str());
     CGeoDatabase other;
     other.Open(CString(m_connectionString + ";UseDeclareFetch=0"));
-    Run(kSleep, [&] {
+    Run(sleep.GetString(), [&] {
         GoTo(5);
         Control(kStatementEdit).SetWindowText("SELECT 1");
         Click(WidgetOf(Control(kCheckButton)));
-        Control(kStatementEdit).SetWindowText(kSleep);
+        Control(kStatementEdit).SetWindowText(sleep);
         const std::jthread killer([&](const std::stop_token& stop) {
             _CRecordsetEx killed(&other);
             for (killed.OpenSql(kill); killed.IsEOF() && !stop.stop_requested(); killed.OpenSql(kill))
@@ -187,7 +191,7 @@ TEST_P(QtWizard, StaysUsableWhenTheServerEndsTheConnectionInACheck) {
         Edit(1, 1, "⏎");
         EXPECT_EQ(boxes, 1);  // the columns cannot be told
         GoTo(5);
-        Control(kStatementEdit).SetWindowText(kSleep);
+        Control(kStatementEdit).SetWindowText(sleep);
         Click(WidgetOf(Control(IDOK)));
     });
 }
