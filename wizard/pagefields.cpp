@@ -4,19 +4,10 @@
 #include "resources/texts.h"
 
 namespace resources = kortavin::resources;
-namespace window = kortavin::window;
 using resources::TextId;
 
-CPageFields::CPageFields() : CGridPage(resources::kFieldsPage) {}
+CPageFields::CPageFields() : CRowsPage(resources::kFieldsPage) {}
 CPageFields::~CPageFields() = default;
-
-const window::MessageMap* CPageFields::GetMessageMap() const {
-    static constexpr window::MessageEntry kEntries[] = {
-        window::OnCommand<resources::kAddButton, &CPageFields::OnAdd>(),
-        window::OnCommand<resources::kDeleteButton, &CPageFields::OnDelete>()};
-    static const window::MessageMap map{CGridPage::GetMessageMap(), kEntries};
-    return &map;
-}
 
 void CPageFields::SetUpGrid() {
     m_Grid.SetRowCount(2);
@@ -26,10 +17,9 @@ void CPageFields::SetUpGrid() {
     WriteHeading(0, 1, TextId::Field);
 }
 
-void CPageFields::AppendRow() {
-    AppendEmptyRow();
-    CopyTablesDown({0});
-    Redraw();
+std::span<const int> CPageFields::TableColumns() const {
+    static constexpr int kColumns[] = {0};
+    return kColumns;
 }
 
 void CPageFields::StoreClause() {

@@ -3,20 +3,16 @@
 #include "wizard/wizardpage.h"
 
 // The fields that the statement returns, one a row.
-class KORTAVIN_API CPageFields : public CGridPage {
+class KORTAVIN_API CPageFields : public CRowsPage {
   public:
     CPageFields();
     ~CPageFields() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
 
   protected:
     CCatalogGrid& Grid() override { return m_Grid; }
     void SetUpGrid() override;
-    void AppendRow() override;
     void StoreClause() override;
-
-    void OnAdd() { AppendRow(); }
-    void OnDelete() { DeleteFocusRow(1); }
+    std::span<const int> TableColumns() const override;
 
   private:
     CTableFieldGrid m_Grid;

@@ -4,19 +4,10 @@
 #include "resources/texts.h"
 
 namespace resources = kortavin::resources;
-namespace window = kortavin::window;
 using resources::TextId;
 
-CPageOrder::CPageOrder() : CGridPage(resources::kSortPage) {}
+CPageOrder::CPageOrder() : CRowsPage(resources::kSortPage) {}
 CPageOrder::~CPageOrder() = default;
-
-const window::MessageMap* CPageOrder::GetMessageMap() const {
-    static constexpr window::MessageEntry kEntries[] = {
-        window::OnCommand<resources::kAddButton, &CPageOrder::OnAdd>(),
-        window::OnCommand<resources::kDeleteButton, &CPageOrder::OnDelete>()};
-    static const window::MessageMap map{CGridPage::GetMessageMap(), kEntries};
-    return &map;
-}
 
 void CPageOrder::SetUpGrid() {
     m_Grid.SetRowCount(2);
@@ -28,10 +19,9 @@ void CPageOrder::SetUpGrid() {
     WriteHeading(0, 3, TextId::PageSort);
 }
 
-void CPageOrder::AppendRow() {
-    AppendEmptyRow();
-    CopyTablesDown({1});
-    Redraw();
+std::span<const int> CPageOrder::TableColumns() const {
+    static constexpr int kColumns[] = {1};
+    return kColumns;
 }
 
 void CPageOrder::StoreClause() {

@@ -3,20 +3,16 @@
 #include "wizard/wizardpage.h"
 
 // The sort keys, one a row: a field and its direction.
-class KORTAVIN_API CPageOrder : public CGridPage {
+class KORTAVIN_API CPageOrder : public CRowsPage {
   public:
     CPageOrder();
     ~CPageOrder() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
 
   protected:
     CCatalogGrid& Grid() override { return m_Grid; }
     void SetUpGrid() override;
-    void AppendRow() override;
     void StoreClause() override;
-
-    void OnAdd() { AppendRow(); }
-    void OnDelete() { DeleteFocusRow(1); }
+    std::span<const int> TableColumns() const override;
 
   private:
     CSortGrid m_Grid;

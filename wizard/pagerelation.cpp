@@ -4,19 +4,10 @@
 #include "resources/texts.h"
 
 namespace resources = kortavin::resources;
-namespace window = kortavin::window;
 using resources::TextId;
 
-CPageRelation::CPageRelation() : CGridPage(resources::kRelationsPage) {}
+CPageRelation::CPageRelation() : CRowsPage(resources::kRelationsPage) {}
 CPageRelation::~CPageRelation() = default;
-
-const window::MessageMap* CPageRelation::GetMessageMap() const {
-    static constexpr window::MessageEntry kEntries[] = {
-        window::OnCommand<resources::kAddButton, &CPageRelation::OnAdd>(),
-        window::OnCommand<resources::kDeleteButton, &CPageRelation::OnDelete>()};
-    static const window::MessageMap map{CGridPage::GetMessageMap(), kEntries};
-    return &map;
-}
 
 void CPageRelation::SetUpGrid() {
     m_Grid.SetRowCount(2);
@@ -32,10 +23,9 @@ bool CPageRelation::AppendsAfter(int col) const {
     return col == 2 || col == 3;
 }
 
-void CPageRelation::AppendRow() {
-    AppendEmptyRow();
-    CopyTablesDown({0, 2});
-    Redraw();
+std::span<const int> CPageRelation::TableColumns() const {
+    static constexpr int kColumns[] = {0, 2};
+    return kColumns;
 }
 
 void CPageRelation::StoreClause() {

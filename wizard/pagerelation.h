@@ -3,21 +3,17 @@
 #include "wizard/wizardpage.h"
 
 // How the tables are joined: a row equates a field of one table with a field of another.
-class KORTAVIN_API CPageRelation : public CGridPage {
+class KORTAVIN_API CPageRelation : public CRowsPage {
   public:
     CPageRelation();
     ~CPageRelation() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
 
   protected:
     CCatalogGrid& Grid() override { return m_Grid; }
     void SetUpGrid() override;
-    void AppendRow() override;
     void StoreClause() override;
+    std::span<const int> TableColumns() const override;
     bool AppendsAfter(int col) const override;
-
-    void OnAdd() { AppendRow(); }
-    void OnDelete() { DeleteFocusRow(1); }
 
   private:
     CTableFieldGrid m_Grid;

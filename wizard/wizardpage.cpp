@@ -69,7 +69,7 @@ int CGridPage::AppendEmptyRow() {
     return row;
 }
 
-void CGridPage::CopyTablesDown(std::initializer_list<int> columns) {
+void CGridPage::CopyTablesDown(std::span<const int> columns) {
     const int last = Grid().GetRowCount() - 1;
     for (int row = last; row >= 1; --row) {
         const auto isFilled = [&](int col) { return !Grid().GetItemText(row, col).IsEmpty(); };
@@ -93,4 +93,21 @@ void CGridPage::DeleteFocusRow(int firstRow) {
 void CGridPage::Redraw() {
     Invalidate();
     Grid().Invalidate();
+}
+
+CRowsPage::~CRowsPage() = default;
+
+const kortavin::window::MessageMap* CRowsPage::GetMessageMap() const {
+    namespace window = kortavin::window;
+    static constexpr window::MessageEntry kEntries[] = {
+        window::OnCommand<kortavin::resources::kAddButton, &CRowsPage::OnAdd>(),
+        window::OnCommand<kortavin::resources::kDeleteButton, &CRowsPage::OnDelete>()};
+    static const window::MessageMap map{CGridPage::GetMessageMap(), kEntries};
+    return &map;
+}
+
+void CRowsPage::AppendRow() {
+    AppendEmptyRow();
+    CopyTablesDown(TableColumns());
+    Redraw();
 }

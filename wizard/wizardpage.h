@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "resources/dialogs.h"
 #include "resources/texts.h"
 #include "wizard/cataloggrids.h"
@@ -46,8 +48,24 @@ class KORTAVIN_API CGridPage : public CWizardPage {
     // A row at the end, as high as the first.
     int AppendEmptyRow();
     // The last row takes the texts of `columns` from the nearest row at or above it that has any of them.
-    void CopyTablesDown(std::initializer_list<int> columns);
+    void CopyTablesDown(std::span<const int> columns);
     // Takes the focus cell's row away, unless it lies above `firstRow`, and focuses the cell above it.
     void DeleteFocusRow(int firstRow);
     void Redraw();
+};
+
+// A page of rows below one row of headings, with buttons that append a row and take the focus cell's away. A
+// new row starts with the tables of the nearest one above that names any.
+class KORTAVIN_API CRowsPage : public CGridPage {
+  public:
+    ~CRowsPage() override;
+    const kortavin::window::MessageMap* GetMessageMap() const override;
+
+  protected:
+    using CGridPage::CGridPage;
+    void AppendRow() override;
+    void OnAdd() { AppendRow(); }
+    void OnDelete() { DeleteFocusRow(1); }
+
+    virtual std::span<const int> TableColumns() const = 0;  // in which rows name tables
 };
