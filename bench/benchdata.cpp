@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "db/geodatabase.h"
+#include "kortavin/db/geodatabase.h"
 
 namespace {
 

@@ -17,8 +17,8 @@
 #include <nlohmann/json.hpp>
 #include <random>
 
-#include "framework/qt/qtwidgets.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/qt/qtwidgets.h"
 
 namespace {
 

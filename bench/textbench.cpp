@@ -18,8 +18,8 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-#include "textimport/geotextfile.h"
-#include "textimport/token.h"
+#include "kortavin/textimport/geotextfile.h"
+#include "kortavin/textimport/token.h"
 
 namespace {
 

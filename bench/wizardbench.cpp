@@ -11,10 +11,10 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "framework/qt/qtwidgets.h"
-#include "framework/window/combobox.h"
-#include "service/querysql.h"
-#include "wizard/cataloggrids.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/service/querysql.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/wizard/cataloggrids.h"
 
 namespace {
 

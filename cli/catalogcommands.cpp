@@ -9,8 +9,8 @@
 #include "cli/output.h"
 #include "cli/session.h"
 #include "cli/text.h"
-#include "framework/base/arrays.h"
-#include "framework/base/codepage.h"
+#include "kortavin/base/arrays.h"
+#include "kortavin/base/codepage.h"
 
 namespace kortavin::cli {
 namespace {

@@ -8,7 +8,7 @@
 #include "cli/failure.h"
 #include "cli/output.h"
 #include "cli/text.h"
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
 namespace kortavin::cli {
 namespace {

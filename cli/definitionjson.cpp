@@ -10,8 +10,8 @@
 
 #include "cli/failure.h"
 #include "cli/text.h"
-#include "query/clauses.h"
-#include "query/definition.h"
+#include "kortavin/query/clauses.h"
+#include "kortavin/query/definition.h"
 
 namespace kortavin::cli {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/base/cstring.h"
+#include "kortavin/base/cstring.h"
 
 namespace kortavin::cli {
 

@@ -16,9 +16,9 @@
 #include "cli/text.h"
 #include "cli/unfinished.h"
 #include "cli/utf8file.h"
-#include "db/recordsetex.h"
-#include "service/exportrows.h"
-#include "service/statement.h"
+#include "kortavin/db/recordsetex.h"
+#include "kortavin/service/exportrows.h"
+#include "kortavin/service/statement.h"
 
 namespace kortavin::cli {
 namespace {
@@ -31,7 +31,7 @@ const std::map<std::string, ExportLayout> kLayouts = {{"comma", ExportLayout::Co
                                                       {"tab", ExportLayout::Tab},
                                                       {"binary", ExportLayout::Binary}};
 const std::map<std::string, ExportQuote> kQuotes = {
-    {"none", ExportQuote::None}, {"single", ExportQuote::Single}, {"double", ExportQuote::Double}};
+    {"none", ExportQuote::Unquoted}, {"single", ExportQuote::Single}, {"double", ExportQuote::Double}};
 
 struct ExportArguments {
     std::string connection;

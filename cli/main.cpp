@@ -10,7 +10,7 @@
 #include "cli/output.h"
 #include "cli/session.h"
 #include "cli/text.h"
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 namespace kortavin::cli {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "framework/base/types.h"
+#include "kortavin/base/types.h"
 
 namespace kortavin::cli {
 

@@ -8,7 +8,7 @@
 #include "cli/failure.h"
 #include "cli/session.h"
 #include "cli/unfinished.h"
-#include "framework/odbc/database.h"
+#include "kortavin/odbc/database.h"
 #include "sample/sample.h"
 
 namespace kortavin::cli {

@@ -6,7 +6,7 @@
 #include "cli/output.h"
 #include "cli/statementsource.h"
 #include "cli/text.h"
-#include "query/savedquery.h"
+#include "kortavin/query/savedquery.h"
 
 namespace kortavin::cli {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "cli/failure.h"
 #include "cli/text.h"
-#include "framework/base/codepage.h"
-#include "framework/window/messagebox.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/window/messagebox.h"
 
 namespace kortavin::cli {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "db/geodatabase.h"
+#include "kortavin/db/geodatabase.h"
 
 namespace CLI {
 class App;

@@ -11,10 +11,10 @@
 #include "cli/statementsource.h"
 #include "cli/table.h"
 #include "cli/text.h"
-#include "db/recordsetex.h"
-#include "framework/base/codepage.h"
-#include "framework/base/file.h"
-#include "service/statement.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/file.h"
+#include "kortavin/db/recordsetex.h"
+#include "kortavin/service/statement.h"
 
 namespace kortavin::cli {
 namespace {

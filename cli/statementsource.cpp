@@ -6,7 +6,7 @@
 
 #include "cli/failure.h"
 #include "cli/text.h"
-#include "query/savedquery.h"
+#include "kortavin/query/savedquery.h"
 
 namespace kortavin::cli {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "framework/base/cstring.h"
+#include "kortavin/base/cstring.h"
 
 namespace CLI {
 class App;

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "cli/failure.h"
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 namespace kortavin::cli {
 namespace {

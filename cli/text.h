@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/base/cstring.h"
+#include "kortavin/base/cstring.h"
 
 // The terminal's side of texts: UTF-8, whatever the locale is called.
 namespace kortavin::cli {

@@ -14,9 +14,9 @@
 #include "cli/failure.h"
 #include "cli/output.h"
 #include "cli/text.h"
-#include "framework/base/file.h"
-#include "textimport/geotextfile.h"
-#include "textimport/token.h"
+#include "kortavin/base/file.h"
+#include "kortavin/textimport/geotextfile.h"
+#include "kortavin/textimport/token.h"
 
 namespace kortavin::cli {
 namespace {

@@ -3,7 +3,7 @@
 #include <csignal>
 #include <optional>
 
-#include "framework/base/replacement.h"
+#include "kortavin/base/replacement.h"
 
 namespace kortavin::cli {
 

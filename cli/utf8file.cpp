@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "cli/failure.h"
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 namespace kortavin::cli {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
 namespace kortavin::cli {
 

@@ -10,10 +10,10 @@
 #include "cli/output.h"
 #include "cli/session.h"
 #include "cli/text.h"
-#include "framework/window/messagebox.h"
-#include "query/savedquery.h"
-#include "service/querysql.h"
-#include "textimport/mateup.h"
+#include "kortavin/query/savedquery.h"
+#include "kortavin/service/querysql.h"
+#include "kortavin/textimport/mateup.h"
+#include "kortavin/window/messagebox.h"
 
 namespace kortavin::cli {
 namespace {

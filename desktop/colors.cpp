@@ -1,10 +1,10 @@
-#include "demo/colors.h"
+#include "desktop/colors.h"
 
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 QPalette DarkPalette() {
@@ -33,4 +33,4 @@ void UseColors(Colors colors) {
                                                     : QApplication::style()->standardPalette());
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

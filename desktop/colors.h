@@ -1,10 +1,10 @@
 #pragma once
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 enum class Colors { Light, Dark };
 
 // Qt's own style and one of two sets of colours in place of the desktop's, also while windows are open.
 void UseColors(Colors colors);
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

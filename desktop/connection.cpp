@@ -1,12 +1,12 @@
-#include "demo/connection.h"
+#include "desktop/connection.h"
 
 #include <QtCore/QFileInfo>
 
-#include "demo/connectionstring.h"
-#include "demo/report.h"
-#include "demo/text.h"
+#include "desktop/connectionstring.h"
+#include "desktop/report.h"
+#include "desktop/text.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 std::unique_ptr<CGeoDatabase> OpenFile(const QString& path) {
@@ -45,4 +45,4 @@ void Connection::Close() {
     m_file.clear();
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

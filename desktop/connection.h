@@ -3,9 +3,9 @@
 #include <QtCore/QString>
 #include <memory>
 
-#include "db/geodatabase.h"
+#include "kortavin/db/geodatabase.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // The database that the window works on, and what it tells of it.
 class Connection {
@@ -25,4 +25,4 @@ class Connection {
     QString m_file;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,11 +1,11 @@
-#include "demo/connectionstring.h"
+#include "desktop/connectionstring.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringList>
 
-#include "demo/report.h"
+#include "desktop/report.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 // Behind the value that begins at `start`: at its semicolon or at the end.
@@ -95,4 +95,4 @@ QString SqliteConnection(const QString& path) {
     return QStringLiteral("Driver=SQLite3;Database=%1;StepAPI=1;NoCreat=1").arg(absolute);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

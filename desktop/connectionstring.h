@@ -5,7 +5,7 @@
 
 // ODBC connection strings: KEY=VALUE pairs between semicolons, a value in braces where it has semicolons
 // itself.
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // By its key in any letter case, without braces.
 std::optional<QString> ValueOf(const QString& connection, const QString& key);
@@ -23,4 +23,4 @@ QString TitleOf(const QString& connection);
 // no string can hold.
 QString SqliteConnection(const QString& path);
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

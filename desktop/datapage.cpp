@@ -1,20 +1,20 @@
-#include "demo/datapage.h"
+#include "desktop/datapage.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 
-#include "demo/exportdialog.h"
-#include "demo/importdialog.h"
-#include "demo/opendialog.h"
-#include "demo/progress.h"
-#include "demo/report.h"
-#include "demo/text.h"
-#include "demo/typesdialog.h"
-#include "framework/qt/qtwidgets.h"
+#include "desktop/exportdialog.h"
+#include "desktop/importdialog.h"
+#include "desktop/opendialog.h"
+#include "desktop/progress.h"
+#include "desktop/report.h"
+#include "desktop/text.h"
+#include "desktop/typesdialog.h"
+#include "kortavin/qt/qtwidgets.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr int kStatementLines = 4;
@@ -170,4 +170,4 @@ void DataPage::Tell(const QString& status) {
         m_listener();
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

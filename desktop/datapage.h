@@ -4,15 +4,15 @@
 #include <functional>
 #include <optional>
 
-#include "demo/connection.h"
-#include "demo/resulttable.h"
-#include "framework/window/edit.h"
-#include "service/querysql.h"
+#include "desktop/connection.h"
+#include "desktop/resulttable.h"
+#include "kortavin/service/querysql.h"
+#include "kortavin/window/edit.h"
 
 class QBoxLayout;
 class QPushButton;
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 class ImportDialog;
 
@@ -59,4 +59,4 @@ class DataPage : public QWidget {
     std::function<void()> m_listener;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

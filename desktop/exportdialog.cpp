@@ -1,4 +1,4 @@
-#include "demo/exportdialog.h"
+#include "desktop/exportdialog.h"
 
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QCheckBox>
@@ -10,10 +10,10 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
-#include "demo/formparts.h"
-#include "demo/report.h"
+#include "desktop/formparts.h"
+#include "desktop/report.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 using service::ExportLayout;
@@ -42,7 +42,7 @@ ExportDialog::ExportDialog(QWidget* parent, const QString& database)
                                      {"空格分隔", ValueOf(ExportLayout::Blank)},
                                      {"制表符分隔", ValueOf(ExportLayout::Tab)},
                                      {"二进制", ValueOf(ExportLayout::Binary)}})),
-      m_quote(MakeChoice("quote", {{"无", ValueOf(ExportQuote::None)},
+      m_quote(MakeChoice("quote", {{"无", ValueOf(ExportQuote::Unquoted)},
                                    {"单引号", ValueOf(ExportQuote::Single)},
                                    {"双引号", ValueOf(ExportQuote::Double)}})),
       m_header(new QCheckBox(QStringLiteral("先写字段名(&H)"))) {
@@ -90,4 +90,4 @@ void ExportDialog::accept() {
         QDialog::accept();
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

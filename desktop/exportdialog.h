@@ -2,12 +2,12 @@
 
 #include <QtWidgets/QDialog>
 
-#include "demo/exportjob.h"
+#include "desktop/exportjob.h"
 
 class QCheckBox;
 class QComboBox;
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 class FileField;
 
@@ -31,4 +31,4 @@ class ExportDialog : public QDialog {
     QCheckBox* m_header;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

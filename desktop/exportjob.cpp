@@ -1,11 +1,11 @@
-#include "demo/exportjob.h"
+#include "desktop/exportjob.h"
 
 #include <QtCore/QFile>
 
-#include "demo/progress.h"
-#include "framework/base/replacement.h"
+#include "desktop/progress.h"
+#include "kortavin/base/replacement.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // The file comes first, so that no statement runs for one that cannot be written.
 ULONGLONG ExportStatement(CGeoDatabase& database, const CString& statement, const ExportRequest& request,
@@ -21,4 +21,4 @@ ULONGLONG ExportStatement(CGeoDatabase& database, const CString& statement, cons
     return count;
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

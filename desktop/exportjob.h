@@ -2,10 +2,10 @@
 
 #include <QtCore/QString>
 
-#include "service/exportrows.h"
-#include "service/statement.h"
+#include "kortavin/service/exportrows.h"
+#include "kortavin/service/statement.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 class Progress;
 
@@ -19,4 +19,4 @@ struct ExportRequest {
 ULONGLONG ExportStatement(CGeoDatabase& database, const CString& statement, const ExportRequest& request,
                           Progress& progress);
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,4 +1,4 @@
-#include "demo/formparts.h"
+#include "desktop/formparts.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFormLayout>
@@ -6,7 +6,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 FileField::FileField(Ask ask) : m_field(new QLineEdit) {
     constexpr int kWidth = 320;
@@ -42,4 +42,4 @@ QComboBox* MakeChoice(const char* name, std::initializer_list<std::pair<const ch
     return combo;
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

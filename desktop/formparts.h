@@ -11,7 +11,7 @@ class QFormLayout;
 class QLineEdit;
 
 // What the host's dialogs are put together from.
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // A field for the path of a file, with a button beside it that asks for one.
 class FileField : public QWidget {
@@ -30,4 +30,4 @@ class FileField : public QWidget {
 // A combo box of texts (UTF-8) and what they stand for.
 QComboBox* MakeChoice(const char* name, std::initializer_list<std::pair<const char*, QVariant>> choices);
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

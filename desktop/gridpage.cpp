@@ -1,4 +1,4 @@
-#include "demo/gridpage.h"
+#include "desktop/gridpage.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QCheckBox>
@@ -6,12 +6,12 @@
 #include <set>
 #include <vector>
 
-#include "framework/qt/qtwidgets.h"
-#include "grid/gridcellcombo.h"
+#include "kortavin/grid/gridcellcombo.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/service/statement.h"
 #include "sample/sample.h"
-#include "service/statement.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr int kRows = 100'000;
@@ -123,4 +123,4 @@ void GridPage::AddSwitch(QHBoxLayout& row, const QString& text, const char* name
     row.addWidget(box);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

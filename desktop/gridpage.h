@@ -2,13 +2,13 @@
 
 #include <QtWidgets/QWidget>
 
-#include "framework/base/arrays.h"
-#include "grid/gridctrl.h"
+#include "kortavin/base/arrays.h"
+#include "kortavin/grid/gridctrl.h"
 
 class QCheckBox;
 class QHBoxLayout;
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // A table in which the texts of one column are chosen from a list.
 class ListedGrid : public CGridCtrl {
@@ -41,4 +41,4 @@ class GridPage : public QWidget {
     ListedGrid m_grid;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,4 +1,4 @@
-#include "demo/importdialog.h"
+#include "desktop/importdialog.h"
 
 #include <QtCore/QSet>
 #include <QtWidgets/QComboBox>
@@ -11,12 +11,12 @@
 #include <QtWidgets/QPushButton>
 #include <utility>
 
-#include "demo/formparts.h"
-#include "demo/report.h"
-#include "demo/text.h"
-#include "textimport/mateup.h"
+#include "desktop/formparts.h"
+#include "desktop/report.h"
+#include "desktop/text.h"
+#include "kortavin/textimport/mateup.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr int kListHeight = 140;
@@ -161,4 +161,4 @@ std::optional<std::vector<WORD>> MatchColumns(QWidget& window, const TextHead& h
     return std::vector<WORD>(matches.begin(), matches.end());
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -3,12 +3,12 @@
 #include <QtWidgets/QDialog>
 #include <optional>
 
-#include "demo/importjob.h"
+#include "desktop/importjob.h"
 
 class QComboBox;
 class QListWidget;
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 class FileField;
 
@@ -44,4 +44,4 @@ class ImportDialog : public QDialog {
 std::optional<std::vector<WORD>> MatchColumns(QWidget& window, const TextHead& head,
                                               const std::vector<CString>& fields);
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,16 +1,16 @@
-#include "demo/importjob.h"
+#include "desktop/importjob.h"
 
 #include <algorithm>
 
-#include "db/rowinserter.h"
-#include "demo/progress.h"
-#include "demo/report.h"
-#include "demo/text.h"
-#include "service/statement.h"
-#include "textimport/geotextfile.h"
-#include "textimport/token.h"
+#include "desktop/progress.h"
+#include "desktop/report.h"
+#include "desktop/text.h"
+#include "kortavin/db/rowinserter.h"
+#include "kortavin/service/statement.h"
+#include "kortavin/textimport/geotextfile.h"
+#include "kortavin/textimport/token.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 // Undoes what was not committed.
@@ -119,4 +119,4 @@ ULONGLONG ImportText(CGeoDatabase& database, TextSource& text, const ImportReque
     return rows;
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -2,10 +2,10 @@
 
 #include <vector>
 
-#include "db/geodatabase.h"
-#include "demo/textsource.h"
+#include "desktop/textsource.h"
+#include "kortavin/db/geodatabase.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 class Progress;
 
@@ -37,4 +37,4 @@ struct ImportRequest {
 ULONGLONG ImportText(CGeoDatabase& database, TextSource& text, const ImportRequest& request,
                      Progress& progress);
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -7,15 +7,15 @@
 #include <optional>
 #include <string>
 
-#include "demo/colors.h"
-#include "demo/datapage.h"
-#include "demo/mainwindow.h"
-#include "demo/tour.h"
-#include "framework/base/codepage.h"
-#include "framework/base/exception.h"
-#include "framework/window/toolkit.h"
+#include "desktop/colors.h"
+#include "desktop/datapage.h"
+#include "desktop/mainwindow.h"
+#include "desktop/tour/tour.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/window/toolkit.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr int kFailed = 1;
@@ -23,7 +23,7 @@ constexpr int kUsage = 2;
 constexpr int kNoDisplay = 3;
 
 int Fail(std::string_view reason, int code = kFailed) {
-    std::cerr << "kortavin-demo: " << reason << '\n';
+    std::cerr << "kortavin-desktop: " << reason << '\n';
     return code;
 }
 
@@ -35,7 +35,7 @@ struct Arguments {
 
 void Declare(CLI::App& app, Arguments& arguments) {
     app.set_help_flag("-h,--help", "Tell how it is used and exit");
-    app.set_version_flag("--version", "kortavin-demo " KORTAVIN_VERSION, "Tell the version and exit");
+    app.set_version_flag("--version", "kortavin-desktop " KORTAVIN_VERSION, "Tell the version and exit");
     auto* tour =
         app.add_option(
                "--tour", arguments.tourFolder,
@@ -88,7 +88,7 @@ int ShowWindow(const Arguments& arguments) {
 
 int Run(int argc, char** argv) {
     CLI::App app("Query databases with the windows of the kortavin library, and try out its other controls",
-                 "kortavin-demo");
+                 "kortavin-desktop");
     Arguments arguments;
     Declare(app, arguments);
     try {
@@ -96,21 +96,21 @@ int Run(int argc, char** argv) {
     } catch (const CLI::Success& asked) {
         return app.exit(asked);
     } catch (const CLI::ParseError& error) {
-        return Fail(error.what() + std::string("\n'kortavin-demo --help' tells how it is used."), kUsage);
+        return Fail(error.what() + std::string("\n'kortavin-desktop --help' tells how it is used."), kUsage);
     }
     return ShowWindow(arguments);
 }
 
 }  // namespace
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop
 
 int main(int argc, char** argv) {
-    using kortavin::demo::Fail;
+    using kortavin::desktop::Fail;
     try {
-        return kortavin::demo::Run(argc, argv);
+        return kortavin::desktop::Run(argc, argv);
     } catch (const CResourceException& error) {
         return Fail(kortavin::base::GbkForDisplay(error.GetErrorMessage().View()),
-                    kortavin::demo::kNoDisplay);
+                    kortavin::desktop::kNoDisplay);
     } catch (const std::exception& error) {
         return Fail(error.what());
     }

@@ -1,4 +1,4 @@
-#include "demo/mainwindow.h"
+#include "desktop/mainwindow.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtGui/QAction>
@@ -9,11 +9,11 @@
 #include <QtWidgets/QToolBar>
 #include <functional>
 
-#include "demo/datapage.h"
-#include "demo/gridpage.h"
-#include "demo/symbolpage.h"
+#include "desktop/datapage.h"
+#include "desktop/gridpage.h"
+#include "desktop/symbolpage.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr const char* kTitle = "Kortavin 桌面示例";
@@ -107,4 +107,4 @@ void MainWindow::ShowPage(QWidget& page) {
     m_pages->setCurrentWidget(&page);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

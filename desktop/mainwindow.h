@@ -6,7 +6,7 @@
 class QLabel;
 class QTabWidget;
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 class DataPage;
 class GridPage;
@@ -47,4 +47,4 @@ class MainWindow : public QMainWindow {
     std::vector<Conditional> m_conditionals;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

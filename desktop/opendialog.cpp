@@ -1,4 +1,4 @@
-#include "demo/opendialog.h"
+#include "desktop/opendialog.h"
 
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFileDialog>
@@ -8,9 +8,9 @@
 #include <QtWidgets/QRadioButton>
 #include <utility>
 
-#include "demo/connectionstring.h"
+#include "desktop/connectionstring.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr int kIndent = 24;
@@ -114,4 +114,4 @@ void OpenDialog::accept() {
         QDialog::accept();
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -6,7 +6,7 @@
 class QLineEdit;
 class QRadioButton;
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // Asks for a database: an SQLite file, or any other by its ODBC connection string. Stays open for another try
 // while what the user chose cannot be opened.
@@ -35,4 +35,4 @@ class OpenDialog : public QDialog {
     QLineEdit* m_password;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,10 +1,10 @@
-#include "demo/preview.h"
+#include "desktop/preview.h"
 
 #include <array>
 
-#include "framework/window/metrics.h"
+#include "kortavin/window/metrics.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr COLORREF kPaper = 0xFFFFFF;
@@ -119,4 +119,4 @@ void Preview::DrawTextSymbol(CDC& dc, const CRect& cell) const {
     dc.SelectObject(former);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

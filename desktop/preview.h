@@ -1,8 +1,8 @@
 #pragma once
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // What the five pickers say together, and the colours that the host adds to them.
 struct Symbols {
@@ -38,4 +38,4 @@ class Preview : public CWnd {
     Symbols m_symbols;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

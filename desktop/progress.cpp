@@ -1,8 +1,8 @@
-#include "demo/progress.h"
+#include "desktop/progress.h"
 
 #include <QtWidgets/QApplication>
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr qint64 kUntilWindow = 400;  // milliseconds
@@ -50,4 +50,4 @@ void Progress::ShowWindow(const QString& text) {
     RestorePointer();
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

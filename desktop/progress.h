@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // The user pressed the progress window's button. Thrown by Progress alone.
 struct Cancelled {};
@@ -35,4 +35,4 @@ class Progress {
     std::unique_ptr<QProgressDialog> m_dialog;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,11 +1,11 @@
-#include "demo/report.h"
+#include "desktop/report.h"
 
 #include <QtWidgets/QMessageBox>
 
-#include "demo/text.h"
-#include "framework/base/exception.h"
+#include "desktop/text.h"
+#include "kortavin/base/exception.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 // Of the exception that is being handled.
@@ -34,4 +34,4 @@ bool Reported(QWidget& window, const QString& undone, const std::function<void()
     return false;
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

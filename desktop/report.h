@@ -4,7 +4,7 @@
 #include <functional>
 #include <stdexcept>
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // What the host itself refuses to do. The text is UTF-8 and for people.
 class Failure : public std::runtime_error {
@@ -16,4 +16,4 @@ class Failure : public std::runtime_error {
 // and below that the reason in the words of whoever refused. False then.
 bool Reported(QWidget& window, const QString& undone, const std::function<void()>& body);
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

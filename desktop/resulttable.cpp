@@ -1,13 +1,13 @@
-#include "demo/resulttable.h"
+#include "desktop/resulttable.h"
 
 #include <algorithm>
 #include <new>
 
-#include "demo/progress.h"
-#include "framework/qt/qtwidgets.h"
-#include "service/statement.h"
+#include "desktop/progress.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/service/statement.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr int kFirstRows = 256;    // to begin with; doubled as they come
@@ -155,4 +155,4 @@ void ResultTable::FinishAt(int rows) {
     m_grid.SetFocusCell(1, 1);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

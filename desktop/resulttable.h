@@ -3,12 +3,14 @@
 #include <QtWidgets/QWidget>
 #include <vector>
 
-#include "framework/odbc/fieldinfo.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/odbc/fieldinfo.h"
 
+namespace kortavin {
 class _CRecordsetEx;
+}
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 class Progress;
 
@@ -49,4 +51,4 @@ class ResultTable : public QWidget {
     std::vector<CODBCFieldInfo> m_columns;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

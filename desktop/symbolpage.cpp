@@ -1,4 +1,4 @@
-#include "demo/symbolpage.h"
+#include "desktop/symbolpage.h"
 
 #include <QtCore/QEvent>
 #include <QtWidgets/QComboBox>
@@ -11,10 +11,12 @@
 #include <stdexcept>
 #include <string>
 
-#include "framework/qt/qtwidgets.h"
-#include "framework/window/colordialog.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/window/colordialog.h"
+#include "kortavin/window/messagebox.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 std::optional<COLORREF> ChooseColor(QWidget& window, COLORREF initial) try {
@@ -203,4 +205,4 @@ void SymbolPage::Follow() {
     m_preview.Show(Chosen());
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -2,16 +2,16 @@
 
 #include <QtWidgets/QWidget>
 
-#include "demo/preview.h"
-#include "symbology/selareastyle.h"
-#include "symbology/selectcolor.h"
-#include "symbology/sellinestyle.h"
-#include "symbology/selsymstyle.h"
-#include "symbology/seltextsymbol.h"
+#include "desktop/preview.h"
+#include "kortavin/symbology/selareastyle.h"
+#include "kortavin/symbology/selectcolor.h"
+#include "kortavin/symbology/sellinestyle.h"
+#include "kortavin/symbology/selsymstyle.h"
+#include "kortavin/symbology/seltextsymbol.h"
 
 class QFormLayout;
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // The page "符号": the five pickers on Qt's own widgets, and a preview that follows them.
 class SymbolPage : public QWidget {
@@ -47,4 +47,4 @@ class SymbolPage : public QWidget {
     bool m_followIsQueued = false;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

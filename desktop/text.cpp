@@ -1,9 +1,9 @@
-#include "demo/text.h"
+#include "desktop/text.h"
 
-#include "demo/report.h"
-#include "framework/base/codepage.h"
+#include "desktop/report.h"
+#include "kortavin/base/codepage.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 QString Shown(const CString& gbk) {
     return QString::fromStdString(base::GbkForDisplay(gbk.View()));
@@ -14,4 +14,4 @@ CString ToGbk(const QString& text) {
     return gbk ? *gbk : throw Failure("文字中有不完整的字符。");
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,4 +1,4 @@
-#include "demo/textsource.h"
+#include "desktop/textsource.h"
 
 #include <fcntl.h>
 #include <QtCore/QFile>
@@ -9,11 +9,11 @@
 #include <optional>
 #include <string>
 
-#include "demo/report.h"
-#include "demo/text.h"
-#include "framework/base/codepage.h"
+#include "desktop/report.h"
+#include "desktop/text.h"
+#include "kortavin/base/codepage.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
@@ -145,4 +145,4 @@ TextSource::TextSource(const QString& path, TextEncoding encoding) : m_text(Make
     m_text->Seek(0, CFile::begin);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

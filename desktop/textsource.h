@@ -3,9 +3,9 @@
 #include <QtCore/QString>
 #include <memory>
 
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 enum class TextEncoding { Detected, Utf8, Gbk };
 
@@ -26,4 +26,4 @@ class TextSource {
     std::unique_ptr<CFile> m_text;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

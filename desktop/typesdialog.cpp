@@ -1,4 +1,4 @@
-#include "demo/typesdialog.h"
+#include "desktop/typesdialog.h"
 
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QDialogButtonBox>
@@ -6,10 +6,10 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableWidget>
 
-#include "demo/text.h"
-#include "service/querysql.h"
+#include "desktop/text.h"
+#include "kortavin/service/querysql.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 QString NullabilityOf(const CODBCFieldInfo& column) {
@@ -63,4 +63,4 @@ TypesDialog::TypesDialog(QWidget* parent, const std::vector<CODBCFieldInfo>& col
     column->addWidget(buttons);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

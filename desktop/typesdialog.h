@@ -3,9 +3,9 @@
 #include <QtWidgets/QDialog>
 #include <vector>
 
-#include "framework/odbc/fieldinfo.h"
+#include "kortavin/odbc/fieldinfo.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // Lists the columns of a result with their types.
 class TypesDialog : public QDialog {
@@ -13,4 +13,4 @@ class TypesDialog : public QDialog {
     TypesDialog(QWidget* parent, const std::vector<CODBCFieldInfo>& columns);
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "framework/odbc/database.h"
-#include "framework/odbc/dbexception.h"
+#include "kortavin/odbc/database.h"
+#include "kortavin/odbc/dbexception.h"
 
 namespace kortavin::sample {
 namespace {

@@ -3,7 +3,9 @@
 #include <span>
 #include <string_view>
 
+namespace kortavin {
 class CDatabase;
+}
 
 // A small atlas of cities, rivers, lakes, roads and bridges, with Chinese and English names, to try queries
 // on.

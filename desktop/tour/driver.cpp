@@ -1,4 +1,4 @@
-#include "demo/driver.h"
+#include "desktop/tour/driver.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QPointer>
@@ -11,7 +11,7 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QProgressDialog>
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr int kPatience = 5000;  // milliseconds
@@ -179,4 +179,4 @@ void Driver::Settle() {
     }
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

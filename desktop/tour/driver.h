@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 // A step of the tour had not the effect that it has for a person.
 class TourFailure : public std::runtime_error {
@@ -59,4 +59,4 @@ class Driver {
     QString m_suffix;
 };
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

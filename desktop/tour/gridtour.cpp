@@ -3,11 +3,11 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 
-#include "demo/driver.h"
-#include "demo/gridpage.h"
-#include "demo/tour.h"
+#include "desktop/gridpage.h"
+#include "desktop/tour/driver.h"
+#include "desktop/tour/tour.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 // The middle of a cell that shows, in the grid's widget.
@@ -85,4 +85,4 @@ void ShootGridPage(Driver& driver, const GridPage& page) {
     driver.Key(Qt::Key_Escape);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

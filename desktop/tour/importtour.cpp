@@ -5,15 +5,15 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QToolBar>
 
-#include "demo/datapage.h"
-#include "demo/driver.h"
-#include "demo/text.h"
-#include "demo/tour.h"
-#include "framework/qt/qtwidgets.h"
-#include "resources/dialogs.h"
-#include "textimport/mateupdlg.h"
+#include "desktop/datapage.h"
+#include "desktop/text.h"
+#include "desktop/tour/driver.h"
+#include "desktop/tour/tour.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/resources/dialogs.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constexpr const char* kText =
@@ -55,7 +55,7 @@ class Matching {
     Matching(Driver& driver, QWidget& dialog)
         : m_driver(driver),
           m_dialog(dialog),
-          m_window(dynamic_cast<CMateupDlg&>(*qt::WindowOf(&dialog))),
+          m_window(*qt::WindowOf(&dialog)),
           m_grid(dynamic_cast<CGridCtrl&>(*m_window.GetDlgItem(resources::kMatchListGrid))) {}
 
     void Run() {
@@ -91,7 +91,7 @@ class Matching {
 
     Driver& m_driver;
     QWidget& m_dialog;
-    CMateupDlg& m_window;
+    CWnd& m_window;
     CGridCtrl& m_grid;
 };
 
@@ -108,4 +108,4 @@ void UseImport(Driver& driver, const DataPage& page, const QDir& folder) {
                   "the text's lines are imported: " + page.Status().toStdString());
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -6,16 +6,16 @@
 #include <QtWidgets/QToolBar>
 #include <iostream>
 
-#include "demo/datapage.h"
-#include "demo/driver.h"
-#include "demo/text.h"
-#include "demo/tour.h"
-#include "framework/qt/qtwidgets.h"
-#include "framework/window/propertysheet.h"
-#include "resources/dialogs.h"
+#include "desktop/datapage.h"
+#include "desktop/text.h"
+#include "desktop/tour/driver.h"
+#include "desktop/tour/tour.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/resources/dialogs.h"
+#include "kortavin/window/propertysheet.h"
 #include "sample/sample.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 // The wizard at work, in its pages' order.
@@ -210,4 +210,4 @@ void ShootDataPage(Driver& driver, const DataPage& page) {
     Command(driver, "types", [&](QWidget& dialog) { driver.Shoot(dialog, QStringLiteral("types")); });
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -3,11 +3,11 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
-#include "demo/driver.h"
-#include "demo/symbolpage.h"
-#include "demo/tour.h"
+#include "desktop/symbolpage.h"
+#include "desktop/tour/driver.h"
+#include "desktop/tour/tour.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 QString NameOf(COLORREF color) {
@@ -132,4 +132,4 @@ void ShootSymbolPage(Driver& driver, const SymbolPage& page) {
     SymbolTour(driver, page).Shoot();
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,15 +1,15 @@
-#include "demo/tour.h"
+#include "desktop/tour/tour.h"
 
 #include <algorithm>
 
-#include "demo/colors.h"
-#include "demo/datapage.h"
-#include "demo/driver.h"
-#include "demo/gridpage.h"
-#include "demo/mainwindow.h"
-#include "demo/symbolpage.h"
+#include "desktop/colors.h"
+#include "desktop/datapage.h"
+#include "desktop/gridpage.h"
+#include "desktop/mainwindow.h"
+#include "desktop/symbolpage.h"
+#include "desktop/tour/driver.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 constinit QtMessageHandler s_formerHandler = nullptr;
@@ -53,4 +53,4 @@ void RunTour(MainWindow& window, const QDir& folder) {
     UseImport(driver, window.Data(), folder);
 }
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -2,7 +2,7 @@
 
 #include <QtCore/QDir>
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 
 class DataPage;
 class Driver;
@@ -30,4 +30,4 @@ void ShootSymbolPage(Driver& driver, const SymbolPage& page);
 void UseGridPage(Driver& driver, const GridPage& page);
 void ShootGridPage(Driver& driver, const GridPage& page);
 
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

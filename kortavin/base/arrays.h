@@ -4,8 +4,10 @@
 #include <stdexcept>
 #include <vector>
 
-#include "framework/base/cstring.h"
-#include "framework/base/types.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/base/types.h"
+
+namespace kortavin {
 
 // An ordered, growable list. Reading outside it gives an empty element, so callers may ask for what is not
 // there; SetAt and RemoveAt outside it do nothing. SetAtGrow and InsertAt fill a gap with empty elements.
@@ -63,3 +65,11 @@ class CListArray {
 
 using CStringArray = CListArray<CString>;
 using CWordArray = CListArray<WORD>;
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CListArray;
+using kortavin::CStringArray;
+using kortavin::CWordArray;
+#endif

@@ -1,4 +1,4 @@
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 #include <algorithm>
 #include <cstring>

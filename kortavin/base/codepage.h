@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "framework/base/export.h"
+#include "kortavin/base/export.h"
 
 // Conversions at the library's borders, and the few rules of GBK text that everything shares. GBK stands for
 // GB18030 here: GBK's bytes for GBK's characters and four-byte codes for the rest of Unicode. The single byte

@@ -5,8 +5,8 @@
 #include <bit>
 #include <cstring>
 
-#include "framework/base/codepage.h"
-#include "framework/base/gb18030.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/gb18030.h"
 
 // The two hot conversions. A text goes through a piece of the stack, so that the target grows by what it
 // needs.

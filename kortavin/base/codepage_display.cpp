@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 // Conversions that cannot fail, for messages and terminals.
 namespace kortavin::base {

@@ -1,4 +1,4 @@
-#include "framework/base/cstring.h"
+#include "kortavin/base/cstring.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
+
+namespace kortavin {
 
 namespace {
 
@@ -46,11 +48,11 @@ void FoldLetters(std::string& text, char first, char last, int distance) {
     std::size_t at = 0;
     while (at < text.size()) {
         const std::string_view rest = std::string_view(text).substr(at);
-        const std::size_t ascii = kortavin::base::AsciiLength(rest);
+        const std::size_t ascii = base::AsciiLength(rest);
         for (const std::size_t end = at + ascii; at < end; ++at)
             if (text[at] >= first && text[at] <= last)
                 text[at] = static_cast<char>(text[at] + distance);
-        at += kortavin::base::CharacterLength(rest.substr(ascii));
+        at += base::CharacterLength(rest.substr(ascii));
     }
 }
 
@@ -74,14 +76,14 @@ CString& CString::operator=(const char* text) {
 
 std::optional<CString> CString::FromUtf8(std::string_view utf8) {
     std::string gbk;
-    if (!kortavin::base::AppendUtf8AsGbk(gbk, utf8))
+    if (!base::AppendUtf8AsGbk(gbk, utf8))
         return std::nullopt;
     return CString(std::move(gbk));
 }
 
 std::optional<std::string> CString::ToUtf8() const {
     std::string utf8;
-    if (!kortavin::base::AppendGbkAsUtf8(utf8, m_text))
+    if (!base::AppendGbkAsUtf8(utf8, m_text))
         return std::nullopt;
     return utf8;
 }
@@ -132,7 +134,7 @@ int CString::Compare(const char* other) const {
 }
 
 int CString::CompareNoCase(const char* other) const {
-    return kortavin::base::CompareNoCase(m_text, ViewOf(other));
+    return base::CompareNoCase(m_text, ViewOf(other));
 }
 
 CString CString::Mid(int first) const {
@@ -217,3 +219,5 @@ CString operator+(const CString& a, char b) {
 CString operator+(char a, const CString& b) {
     return Joined({&a, 1}, b.View());
 }
+
+}  // namespace kortavin

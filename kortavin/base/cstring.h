@@ -6,8 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "framework/base/export.h"
-#include "framework/base/types.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/types.h"
+
+namespace kortavin {
 
 // A string of bytes in the GBK code page. Lengths, indices and comparisons count bytes, and the bytes are
 // the truth: no operation re-encodes them. Zero bytes may stand inside. A null `const char*` is an empty
@@ -96,3 +98,9 @@ KORTAVIN_API CString operator+(const CString& a, const char* b);
 KORTAVIN_API CString operator+(const char* a, const CString& b);
 KORTAVIN_API CString operator+(const CString& a, char b);
 KORTAVIN_API CString operator+(char a, const CString& b);
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CString;
+#endif

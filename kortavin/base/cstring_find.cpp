@@ -1,7 +1,9 @@
 #include <algorithm>
 
-#include "framework/base/codepage.h"
-#include "framework/base/cstring.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/cstring.h"
+
+namespace kortavin {
 
 namespace {
 
@@ -17,7 +19,7 @@ bool IsNeverTrail(char character) {
 std::size_t FindAtCharacter(std::string_view text, std::string_view what, std::size_t at) {
     std::size_t match = text.find(what, at);
     while (match != kNone && !IsNeverTrail(what[0])) {
-        at = kortavin::base::CharacterBoundary(text, at, match);
+        at = base::CharacterBoundary(text, at, match);
         if (at == match)
             break;
         match = text.find(what, match + 1);
@@ -35,7 +37,7 @@ std::size_t Start(int start, std::size_t length) {
 
 bool HoldsCharacter(std::string_view characters, std::string_view character) {
     while (!characters.empty()) {
-        const std::size_t length = kortavin::base::CharacterLength(characters);
+        const std::size_t length = base::CharacterLength(characters);
         if (characters.substr(0, length) == character)
             return true;
         characters.remove_prefix(length);
@@ -63,7 +65,7 @@ int CString::ReverseFind(char character) const {
     std::size_t match = FindAtCharacter(m_text, {&character, 1}, 0);
     while (match != kNone) {
         last = match;
-        const std::size_t next = match + kortavin::base::CharacterLength(View().substr(match));
+        const std::size_t next = match + base::CharacterLength(View().substr(match));
         match = FindAtCharacter(m_text, {&character, 1}, next);
     }
     return AsIndex(last);
@@ -73,10 +75,12 @@ int CString::FindOneOf(const char* characters) const {
     const std::string_view set = characters != nullptr ? characters : "";
     std::string_view rest = m_text;
     while (!rest.empty()) {
-        const std::string_view character = rest.substr(0, kortavin::base::CharacterLength(rest));
+        const std::string_view character = rest.substr(0, base::CharacterLength(rest));
         if (HoldsCharacter(set, character))
             return AsIndex(m_text.size() - rest.size());
         rest.remove_prefix(character.size());
     }
     return -1;
 }
+
+}  // namespace kortavin

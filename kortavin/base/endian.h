@@ -6,7 +6,7 @@
 #include <span>
 #include <type_traits>
 
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
 // Whole numbers in files are little-endian, whatever the machine is.
 namespace kortavin::base {

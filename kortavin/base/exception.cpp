@@ -1,4 +1,6 @@
-#include "framework/base/exception.h"
+#include "kortavin/base/exception.h"
+
+namespace kortavin {
 
 CException::~CException() = default;
 const char* CException::what() const noexcept {
@@ -23,3 +25,5 @@ CResourceException::~CResourceException() = default;
 const char* CResourceException::what() const noexcept {
     return "resource missing";
 }
+
+}  // namespace kortavin

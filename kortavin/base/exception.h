@@ -3,8 +3,10 @@
 #include <exception>
 #include <new>
 
-#include "framework/base/cstring.h"
-#include "framework/base/object.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/base/object.h"
+
+namespace kortavin {
 
 // Root of the framework's errors. They are thrown by value and caught by reference.
 class KORTAVIN_API CException : public std::exception {
@@ -58,3 +60,12 @@ class KORTAVIN_API CResourceException : public CException {
   private:
     CString m_text;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CException;
+using kortavin::CMemoryException;
+using kortavin::CNotSupportedException;
+using kortavin::CResourceException;
+#endif

@@ -1,20 +1,22 @@
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "framework/base/file_stream.h"
-#include "framework/base/system.h"
+#include "kortavin/base/file_stream.h"
+#include "kortavin/base/system.h"
+
+namespace kortavin {
 
 namespace {
 
-kortavin::base::Descriptor OpenDescriptor(const CString& path, UINT flags) {
+base::Descriptor OpenDescriptor(const CString& path, UINT flags) {
     int systemFlags = O_CLOEXEC | O_NOCTTY;
     systemFlags |= (flags & CFile::modeReadWrite) ? O_RDWR : (flags & CFile::modeWrite) ? O_WRONLY : O_RDONLY;
     if (flags & CFile::modeCreate)
         systemFlags |= (flags & CFile::modeNoTruncate) ? O_CREAT : O_CREAT | O_TRUNC;
-    kortavin::base::Descriptor descriptor(
-        kortavin::base::Uninterrupted([&] { return open(path.GetString(), systemFlags, 0666); }));
+    base::Descriptor descriptor(
+        base::Uninterrupted([&] { return open(path.GetString(), systemFlags, 0666); }));
     struct stat status;
     if (descriptor.Get() < 0 || fstat(descriptor.Get(), &status) != 0)
         throw CFileException::FromErrno(errno, path);
@@ -52,7 +54,7 @@ const CRuntimeClass* CFile::GetRuntimeClass() const {
 BOOL CFile::Open(const char* path, UINT flags, CFileException* error) {
     try {
         CFile::Close();
-        kortavin::base::Descriptor descriptor = OpenDescriptor(path, flags);
+        base::Descriptor descriptor = OpenDescriptor(path, flags);
         m_stream = std::make_unique<Stream>(descriptor.Get(), path);
         descriptor.Release();
         return TRUE;
@@ -104,3 +106,5 @@ void CFile::SetLength(ULONGLONG length) {
 CString CFile::GetFilePath() const {
     return m_stream ? m_stream->Path() : CString();
 }
+
+}  // namespace kortavin

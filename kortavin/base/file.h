@@ -3,11 +3,13 @@
 #include <memory>
 #include <vector>
 
-#include "framework/base/cstring.h"
-#include "framework/base/exception.h"
-#include "framework/base/object.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/base/object.h"
 
-namespace kortavin::base {
+namespace kortavin {
+
+namespace base {
 class FileWindow;  // for this library's readers
 }
 
@@ -98,7 +100,7 @@ class KORTAVIN_API CFile : public CObject {
     virtual CString GetFilePath() const;
 
   private:
-    friend class kortavin::base::FileWindow;
+    friend class base::FileWindow;
     struct Stream;
     Stream& Opened() const;
 
@@ -134,3 +136,11 @@ class KORTAVIN_API CMemFile : public CFile {
     std::string m_content;
     std::size_t m_position = 0;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CFile;
+using kortavin::CFileException;
+using kortavin::CMemFile;
+#endif

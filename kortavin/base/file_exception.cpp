@@ -1,8 +1,10 @@
 #include <cerrno>
 #include <cstring>
 
-#include "framework/base/codepage.h"
-#include "framework/base/file.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/file.h"
+
+namespace kortavin {
 
 namespace {
 
@@ -85,9 +87,11 @@ CString CFileException::GetErrorMessage() const {
     CString reason(described != nullptr ? described : ReasonOf(m_cause));
     if (m_strFileName.IsEmpty())
         return reason;
-    return CString(kortavin::base::Utf8ForMessage(m_strFileName.View())) + ": " + reason;
+    return CString(base::Utf8ForMessage(m_strFileName.View())) + ": " + reason;
 }
 
 const char* CFileException::what() const noexcept {
     return "file error";
 }
+
+}  // namespace kortavin

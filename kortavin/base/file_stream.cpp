@@ -1,4 +1,4 @@
-#include "framework/base/file_stream.h"
+#include "kortavin/base/file_stream.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -6,9 +6,11 @@
 
 #include <algorithm>
 
-#include "framework/base/seek.h"
+#include "kortavin/base/seek.h"
 
-using kortavin::base::Uninterrupted;
+namespace kortavin {
+
+using base::Uninterrupted;
 
 namespace {
 
@@ -28,7 +30,7 @@ CFile::Stream::Stream(int descriptor, const CString& path) : m_path(path) {
     m_seekable = S_ISREG(status.st_mode);
     if (m_seekable)
         m_systemPosition = static_cast<ULONGLONG>(lseek(descriptor, 0, SEEK_CUR));
-    m_descriptor = kortavin::base::Descriptor(descriptor);
+    m_descriptor = base::Descriptor(descriptor);
 }
 
 ULONGLONG CFile::Stream::Length() const {
@@ -173,8 +175,7 @@ void CFile::Stream::Flush() {
 }
 
 ULONGLONG CFile::Stream::Seek(LONGLONG offset, UINT from) {
-    const auto target =
-        kortavin::base::SeekTarget(offset, from, Position(), from == CFile::end ? Length() : 0);
+    const auto target = base::SeekTarget(offset, from, Position(), from == CFile::end ? Length() : 0);
     if (!target)
         throw CFileException(CFileException::badSeek, EINVAL, m_path);
     if (*target == Position())
@@ -235,3 +236,5 @@ void CFile::Stream::DropWindow() {
     m_window = {};
     m_readAt = 0;
 }
+
+}  // namespace kortavin

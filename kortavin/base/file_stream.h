@@ -6,8 +6,10 @@
 #include <string_view>
 #include <typeinfo>
 
-#include "framework/base/file.h"
-#include "framework/base/system.h"
+#include "kortavin/base/file.h"
+#include "kortavin/base/system.h"
+
+namespace kortavin {
 
 // An open descriptor with the buffer that serves both directions: at any time it holds a window of bytes read
 // from the system, or bytes to be written, or nothing. The system's position is behind the window, and before
@@ -68,7 +70,7 @@ struct __attribute__((visibility("hidden"))) CFile::Stream {
     void WriteToSystem(std::span<const char> from);
     std::span<const char> Put(std::span<const char> from);
 
-    kortavin::base::Descriptor m_descriptor;
+    base::Descriptor m_descriptor;
     CString m_path;
     bool m_readable = false;
     bool m_writable = false;
@@ -89,7 +91,7 @@ inline CFile::Stream& CFile::Opened() const {
     return *m_stream;
 }
 
-namespace kortavin::base {
+namespace base {
 
 // What a CFile has read ahead, for readers of this library that look at bytes in place instead of reading
 // them twice. It works on the file's own position.
@@ -109,4 +111,6 @@ class FileWindow {
     CFile::Stream* m_stream;
 };
 
-}  // namespace kortavin::base
+}  // namespace base
+
+}  // namespace kortavin

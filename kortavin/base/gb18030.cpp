@@ -1,4 +1,4 @@
-#include "framework/base/gb18030.h"
+#include "kortavin/base/gb18030.h"
 
 #include <unicode/utf8.h>
 
@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "framework/base/codepage.h"
-#include "framework/base/icu.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/icu.h"
 
 namespace kortavin::base::gb18030 {
 namespace {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
-#include "framework/base/types.h"
+#include "kortavin/base/types.h"
+
+namespace kortavin {
 
 class CPoint {
   public:
@@ -92,3 +94,11 @@ class CRect {
     int right = 0;
     int bottom = 0;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CPoint;
+using kortavin::CRect;
+using kortavin::CSize;
+#endif

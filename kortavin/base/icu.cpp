@@ -1,4 +1,4 @@
-#include "framework/base/icu.h"
+#include "kortavin/base/icu.h"
 
 #include <array>
 #include <new>

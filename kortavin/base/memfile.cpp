@@ -4,8 +4,10 @@
 #include <new>
 #include <stdexcept>
 
-#include "framework/base/file.h"
-#include "framework/base/seek.h"
+#include "kortavin/base/file.h"
+#include "kortavin/base/seek.h"
+
+namespace kortavin {
 
 namespace {
 
@@ -77,7 +79,7 @@ ULONGLONG CMemFile::GetPosition() const {
 }
 
 ULONGLONG CMemFile::Seek(LONGLONG offset, UINT from) {
-    const auto target = kortavin::base::SeekTarget(offset, from, m_position, m_content.size());
+    const auto target = base::SeekTarget(offset, from, m_position, m_content.size());
     if (!target)
         throw CFileException(CFileException::badSeek, EINVAL, CString());
     m_position = *target;
@@ -99,3 +101,5 @@ CString CMemFile::GetFilePath() const {
 std::string_view CMemFile::GetContent() const {
     return m_content;
 }
+
+}  // namespace kortavin

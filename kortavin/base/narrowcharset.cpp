@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
-#include "framework/base/codepage.h"
-#include "framework/base/icu.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/icu.h"
 
 namespace kortavin::base {
 namespace {

@@ -1,4 +1,6 @@
-#include "framework/base/object.h"
+#include "kortavin/base/object.h"
+
+namespace kortavin {
 
 constinit const CRuntimeClass CObject::classCObject{"CObject", nullptr};
 
@@ -11,3 +13,5 @@ const CRuntimeClass* CObject::GetRuntimeClass() const {
 BOOL CObject::IsKindOf(const CRuntimeClass* runtimeClass) const {
     return GetRuntimeClass()->IsDerivedFrom(runtimeClass);
 }
+
+}  // namespace kortavin

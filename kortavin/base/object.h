@@ -1,7 +1,9 @@
 #pragma once
 
-#include "framework/base/export.h"
-#include "framework/base/types.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/types.h"
+
+namespace kortavin {
 
 // Names a class and its base for run-time queries; one constant object per class.
 struct CRuntimeClass {
@@ -31,3 +33,10 @@ class KORTAVIN_API CObject {
     CObject(const CObject&) = default;
     CObject& operator=(const CObject&) = default;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CObject;
+using kortavin::CRuntimeClass;
+#endif

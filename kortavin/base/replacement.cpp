@@ -1,4 +1,4 @@
-#include "framework/base/replacement.h"
+#include "kortavin/base/replacement.h"
 
 #include <fcntl.h>
 #include <limits.h>
@@ -8,7 +8,7 @@
 #include <array>
 #include <filesystem>
 
-#include "framework/base/system.h"
+#include "kortavin/base/system.h"
 
 namespace kortavin::base {
 namespace {

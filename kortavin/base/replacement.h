@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "framework/base/export.h"
-#include "framework/base/file.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/file.h"
 
 namespace kortavin::base {
 

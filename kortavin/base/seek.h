@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
 namespace kortavin::base {
 

@@ -1,9 +1,9 @@
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
 
 #include <cstddef>
 #include <iterator>
 
-namespace kortavin::resources {
+namespace kortavin::base {
 namespace {
 
 struct NamedText {
@@ -12,7 +12,7 @@ struct NamedText {
 };
 
 constexpr NamedText kTexts[] = {
-#include <resources/texts.inc>
+#include <kortavin/base/texts.inc>
 };
 
 consteval bool StandInOrder() {
@@ -30,4 +30,4 @@ const char* Text(TextId id) {
     return kTexts[static_cast<std::size_t>(id)].gbk;
 }
 
-}  // namespace kortavin::resources
+}  // namespace kortavin::base

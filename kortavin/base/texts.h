@@ -1,10 +1,10 @@
 #pragma once
 
-#include "framework/base/export.h"
+#include "kortavin/base/export.h"
 
-// The texts that people see, by name, in GBK. resources/texts.txt holds them in UTF-8; the build makes the
-// bytes, so they are the same with every compiler and need no memory at run time.
-namespace kortavin::resources {
+// The texts that people see, by name, in GBK. kortavin/base/texts.txt holds them in UTF-8; the build makes
+// the bytes, so they are the same with every compiler and need no memory at run time.
+namespace kortavin::base {
 
 // In the order of the file's lines.
 enum class TextId {
@@ -104,6 +104,6 @@ enum class TextId {
     Count,  // not a text
 };
 
-KORTAVIN_API const char* Text(TextId id);
+KORTAVIN_SEAM const char* Text(TextId id);
 
-}  // namespace kortavin::resources
+}  // namespace kortavin::base

@@ -2,8 +2,12 @@
 
 #include <cstdint>
 
+namespace kortavin {
+
 // The framework's own scalar names. Widths are fixed, so records and signatures mean the same everywhere.
+#ifndef BOOL  // which some database headers define
 using BOOL = std::int32_t;
+#endif
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;
 using UINT = std::uint32_t;
@@ -13,8 +17,13 @@ using LONGLONG = std::int64_t;
 using ULONGLONG = std::uint64_t;
 using LPCSTR = const char*;
 
+// Many C libraries define these.
+#ifndef TRUE
 inline constexpr BOOL TRUE = 1;
+#endif
+#ifndef FALSE
 inline constexpr BOOL FALSE = 0;
+#endif
 
 // A colour as 0x00BBGGRR: red in the low byte, then green, then blue.
 using COLORREF = std::uint32_t;
@@ -43,3 +52,31 @@ constexpr int MulDiv(int number, int numerator, int denominator) {
     const LONGLONG result = (product < 0 ? product - half : product + half) / divisor;
     return result < INT32_MIN || result > INT32_MAX ? -1 : static_cast<int>(result);
 }
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+#ifndef BOOL
+using BOOL = kortavin::BOOL;
+#endif
+using BYTE = kortavin::BYTE;
+using WORD = kortavin::WORD;
+using UINT = kortavin::UINT;
+using LONG = kortavin::LONG;
+using DWORD = kortavin::DWORD;
+using LONGLONG = kortavin::LONGLONG;
+using ULONGLONG = kortavin::ULONGLONG;
+using LPCSTR = kortavin::LPCSTR;
+using COLORREF = kortavin::COLORREF;
+#ifndef TRUE
+using kortavin::TRUE;
+#endif
+#ifndef FALSE
+using kortavin::FALSE;
+#endif
+using kortavin::GetBValue;
+using kortavin::GetGValue;
+using kortavin::GetRValue;
+using kortavin::MulDiv;
+using kortavin::RGB;
+#endif

@@ -1,14 +1,16 @@
-#include "db/catalogrecordsets.h"
+#include "kortavin/db/catalogrecordsets.h"
 
 #include <array>
 #include <optional>
 #include <string>
 
-#include "framework/odbc/fieldexchange.h"
-#include "framework/odbc/handles.h"
+#include "kortavin/odbc/fieldexchange.h"
+#include "kortavin/odbc/handles.h"
 
-using kortavin::odbc::Succeeded;
-using kortavin::odbc::WhileExecuting;
+namespace kortavin {
+
+using odbc::Succeeded;
+using odbc::WhileExecuting;
 
 namespace {
 
@@ -116,3 +118,5 @@ void CColumns::DoFieldExchange(CFieldExchange* exchange) {
     RFX_Int(exchange, "NULLABLE", m_nNullable);
     RFX_Text(exchange, "REMARKS", m_strRemarks);
 }
+
+}  // namespace kortavin

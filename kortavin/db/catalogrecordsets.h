@@ -1,6 +1,8 @@
 #pragma once
 
-#include "db/recordsetex.h"
+#include "kortavin/db/recordsetex.h"
+
+namespace kortavin {
 
 // What the two catalog recordsets share: a catalog function with four names in place of a statement.
 class KORTAVIN_API CCatalogRecordset : public _CRecordsetEx {
@@ -68,3 +70,11 @@ class KORTAVIN_API CColumns : public CCatalogRecordset {
   private:
     using CCatalogRecordset::Open;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::_CTables;
+using kortavin::CCatalogRecordset;
+using kortavin::CColumns;
+#endif

@@ -1,15 +1,17 @@
-#include "db/geodatabase.h"
+#include "kortavin/db/geodatabase.h"
 
 #include <array>
 
-#include "db/catalogrecordsets.h"
-#include "framework/base/codepage.h"
-#include "framework/odbc/handles.h"
-#include "framework/window/messagebox.h"
-#include "resources/texts.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/db/catalogrecordsets.h"
+#include "kortavin/odbc/handles.h"
+#include "kortavin/window/messagebox.h"
 
-using kortavin::resources::Text;
-using kortavin::resources::TextId;
+namespace kortavin {
+
+using base::Text;
+using base::TextId;
 
 static_assert(sizeof(CGeoDatabase) == sizeof(CDatabase), "its object is exactly a CDatabase");
 
@@ -96,8 +98,10 @@ BOOL CGeoDatabase::IsODBCJetDriver() {
     std::array<char, 200> name{};
     SQLSMALLINT length = 0;
     const SQLRETURN code = SQLGetInfo(m_hdbc, SQL_DRIVER_NAME, name.data(), name.size(), &length);
-    if (!kortavin::odbc::Succeeded(code))
+    if (!odbc::Succeeded(code))
         return FALSE;
     name.back() = '\0';
-    return kortavin::base::CompareNoCase(name.data(), "ODBCJT32.DLL") == 0;
+    return base::CompareNoCase(name.data(), "ODBCJT32.DLL") == 0;
 }
+
+}  // namespace kortavin

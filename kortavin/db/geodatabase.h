@@ -1,7 +1,9 @@
 #pragma once
 
-#include "framework/base/arrays.h"
-#include "framework/odbc/database.h"
+#include "kortavin/base/arrays.h"
+#include "kortavin/odbc/database.h"
+
+namespace kortavin {
 
 // The connection that a host opens and hands to the library: a CDatabase with a catalog of its own. Lists are
 // the caller's. None of the operations asks whether the connection is open. Errors of the data source and of
@@ -24,3 +26,9 @@ class KORTAVIN_API CGeoDatabase : public CDatabase {
     // TRUE when the driver's file is ODBCJT32.DLL, in any letter case. FALSE when it does not tell.
     BOOL IsODBCJetDriver();
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CGeoDatabase;
+#endif

@@ -1,15 +1,17 @@
-#include "db/recordsetex.h"
+#include "kortavin/db/recordsetex.h"
 
 #include <algorithm>
 #include <array>
 
-#include "framework/base/codepage.h"
-#include "framework/odbc/diagnostics.h"
-#include "framework/odbc/handles.h"
-#include "framework/odbc/piecereader.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/odbc/diagnostics.h"
+#include "kortavin/odbc/handles.h"
+#include "kortavin/odbc/piecereader.h"
 
-using kortavin::odbc::Succeeded;
-using kortavin::odbc::WhileExecuting;
+namespace kortavin {
+
+using odbc::Succeeded;
+using odbc::WhileExecuting;
 
 constinit const CRuntimeClass _CRecordsetEx::class_CRecordsetEx{"_CRecordsetEx",
                                                                 &CRecordset::classCRecordset};
@@ -44,7 +46,7 @@ BOOL _CRecordsetEx::Open(UINT openType, const char* sql, DWORD options) {
 }
 
 void _CRecordsetEx::OpenSql(const CString& sql) {
-    kortavin::odbc::RefuseZeroBytes(sql.View());
+    odbc::RefuseZeroBytes(sql.View());
     Open(forwardOnly, sql, executeDirect);
 }
 
@@ -82,9 +84,9 @@ void _CRecordsetEx::DescribeColumn(int column) {
     if (!text) {
         CString what;
         what.Format("The name of column %d", column);
-        throw kortavin::odbc::MakeConversionError(what, *m_pDatabase);
+        throw odbc::MakeConversionError(what, *m_pDatabase);
     }
-    info.m_strName = CString(kortavin::base::CutAtCharacter(text->View(), kLongestName));
+    info.m_strName = CString(base::CutAtCharacter(text->View(), kLongestName));
 }
 
 void _CRecordsetEx::ReadFieldText(short index, CString& value) {
@@ -98,7 +100,9 @@ void _CRecordsetEx::ReadFieldText(short index, CString& value) {
 LONGLONG _CRecordsetEx::FetchData(CDatabase* database, HSTMT statement, SWORD column, SWORD targetType,
                                   void* buffer, LONGLONG bufferLength, SWORD /*sqlType*/) {
     SQLLEN length = SQL_NULL_DATA;
-    kortavin::odbc::GetData(database, statement, static_cast<SQLUSMALLINT>(column), targetType, buffer,
-                            bufferLength, length);
+    odbc::GetData(database, statement, static_cast<SQLUSMALLINT>(column), targetType, buffer, bufferLength,
+                  length);
     return length;
 }
+
+}  // namespace kortavin

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/odbc/recordset.h"
+#include "kortavin/odbc/recordset.h"
+
+namespace kortavin {
 
 // Runs any statement exactly as it is written, describes its result columns, and reads each value as text.
 class KORTAVIN_API _CRecordsetEx : public CRecordset {
@@ -39,3 +41,9 @@ class KORTAVIN_API _CRecordsetEx : public CRecordset {
   private:
     void DescribeColumn(int column);
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::_CRecordsetEx;
+#endif

@@ -1,14 +1,16 @@
-#include "db/rowinserter.h"
+#include "kortavin/db/rowinserter.h"
 
 #include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
 
-#include "framework/odbc/diagnostics.h"
+#include "kortavin/odbc/diagnostics.h"
 
-using kortavin::odbc::Succeeded;
-using kortavin::odbc::WhileExecuting;
+namespace kortavin {
+
+using odbc::Succeeded;
+using odbc::WhileExecuting;
 
 namespace {
 
@@ -61,7 +63,7 @@ struct CRowInserter::Statement {
 
     void Require(SQLRETURN code) const {
         if (!Succeeded(code) && code != SQL_NO_DATA)
-            throw kortavin::odbc::MakeError(code, &database, handle.Get());
+            throw odbc::MakeError(code, &database, handle.Get());
     }
 
     void Bind(std::size_t i, const CString& value) {
@@ -81,7 +83,7 @@ struct CRowInserter::Statement {
     }
 
     CGeoDatabase& database;
-    kortavin::odbc::StatementHandle handle;
+    odbc::StatementHandle handle;
     std::vector<std::string> values;  // in the connection's character set
     std::vector<SQLLEN> lengths;
 };
@@ -93,10 +95,12 @@ CRowInserter::~CRowInserter() = default;
 
 void CRowInserter::Insert(std::span<const CString> values) {
     if (values.size() != m_statement->values.size())
-        throw kortavin::odbc::MakeOwnError(SQL_ERROR, "07001", "The row has another number of values");
+        throw odbc::MakeOwnError(SQL_ERROR, "07001", "The row has another number of values");
     WithMemoryErrors([&] {
         for (std::size_t i = 0; i < values.size(); ++i)
             m_statement->Bind(i, values[i]);
         m_statement->Execute();
     });
 }
+
+}  // namespace kortavin

@@ -3,7 +3,9 @@
 #include <memory>
 #include <span>
 
-#include "db/geodatabase.h"
+#include "kortavin/db/geodatabase.h"
+
+namespace kortavin {
 
 // Adds rows to one table by a statement that is prepared once. Names are those of the catalog and are quoted
 // as the driver wants it. Whoever wants all rows or none makes it a transaction of the connection's.
@@ -27,3 +29,9 @@ class KORTAVIN_API CRowInserter {
 
 // The name as it stands in a statement: quoted as the driver wants it, whatever it consists of.
 KORTAVIN_API CString QuotedName(CGeoDatabase& database, const CString& name);
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CRowInserter;
+#endif

@@ -1,11 +1,13 @@
-#include "framework/window/accessibletable.h"
-#include "framework/window/window.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/accessibletable.h"
+#include "kortavin/window/windowrecord.h"
+
+namespace kortavin {
 
 // The grid as a screen reader sees it.
 
-using kortavin::window::AccessibleTable;
-using kortavin::window::TableChange;
+using window::AccessibleTable;
+using window::TableChange;
 
 class CGridCtrl::AccessibleCells : public AccessibleTable {
   public:
@@ -62,11 +64,13 @@ class CGridCtrl::AccessibleCells : public AccessibleTable {
 void CGridCtrl::OfferAccessibleTable() {
     if (m_accessibleTable == nullptr)
         m_accessibleTable = std::make_unique<AccessibleCells>(*this);
-    m_hWnd->Native().SetAccessibleTable(m_accessibleTable.get());
+    window::RecordOf(m_hWnd)->Native().SetAccessibleTable(m_accessibleTable.get());
 }
 
 // What changes without a window is read when it has one.
 void CGridCtrl::TellTableChange(TableChange change, CGridPos cell) const {
     if (m_hWnd != nullptr)
-        m_hWnd->Native().TellTableChange(change, {cell.row, cell.col});
+        window::RecordOf(m_hWnd)->Native().TellTableChange(change, {cell.row, cell.col});
 }
+
+}  // namespace kortavin

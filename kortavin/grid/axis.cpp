@@ -1,4 +1,4 @@
-#include "grid/axis.h"
+#include "kortavin/grid/axis.h"
 
 #include <algorithm>
 #include <bit>

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "framework/base/export.h"
-#include "framework/base/types.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/types.h"
 
 namespace kortavin::grid {
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <climits>
 
-#include "grid/geometry.h"
+#include "kortavin/grid/geometry.h"
 
 namespace kortavin::grid {
 namespace {

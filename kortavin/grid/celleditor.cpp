@@ -1,4 +1,6 @@
-#include "grid/celleditor.h"
+#include "kortavin/grid/celleditor.h"
+
+#include "kortavin/window/windowrecord.h"
 
 namespace kortavin::grid {
 

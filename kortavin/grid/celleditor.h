@@ -2,9 +2,8 @@
 
 #include <utility>
 
-#include "framework/window/window.h"
-#include "framework/window/wnd.h"
-#include "grid/gridtypes.h"
+#include "kortavin/grid/gridtypes.h"
+#include "kortavin/window/wnd.h"
 
 // What the in-place editors share.
 namespace kortavin::grid {

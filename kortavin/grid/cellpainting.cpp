@@ -1,8 +1,10 @@
 #include <algorithm>
 
-#include "framework/window/metrics.h"
-#include "grid/darkness.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/darkness.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/metrics.h"
+
+namespace kortavin {
 
 // The picture of one cell. Rectangles have their last pixels as right and bottom.
 
@@ -70,7 +72,7 @@ BOOL CGridCtrl::PaintCell(CDC* pDC, int row, int col, CRect rect) {
     dc.FillSolidRect(Widened(rect), ground);
     dc.SetTextColor(text);
     if (hasFocus || (cell->state & GridStateDropHilited) != 0)
-        DrawFrame(dc, rect, kortavin::grid::IsDark(ground) ? text : RGB(0, 0, 0));
+        DrawFrame(dc, rect, grid::IsDark(ground) ? text : RGB(0, 0, 0));
     if (hasFocus)
         rect.DeflateRect(1, 1);
     DrawCellContent(dc, row, col, rect, FontFor(row, col, false));
@@ -132,3 +134,5 @@ BOOL CGridCtrl::PaintFixedCell(CDC* pDC, int row, int col, CRect rect) {
     DrawCellContent(dc, row, col, rect, FontFor(row, col, isPressed));
     return TRUE;
 }
+
+}  // namespace kortavin

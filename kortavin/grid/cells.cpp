@@ -1,5 +1,7 @@
-#include "grid/gridctrl.h"
-#include "grid/sharedfont.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/grid/sharedfont.h"
+
+namespace kortavin {
 
 // One cell's attributes.
 
@@ -25,7 +27,7 @@ BOOL CGridCtrl::SetItem(const GridItem* pItem) {
                take(GridItemBkColour, cell.bkColour, pItem->bkColour);
                take(GridItemFgColour, cell.fgColour, pItem->fgColour);
                if ((pItem->mask & GridItemFont) != 0)
-                   cell.font = kortavin::grid::SharedFont(pItem->font);
+                   cell.font = grid::SharedFont(pItem->font);
            });
 }
 
@@ -123,7 +125,7 @@ COLORREF CGridCtrl::GetCellTextColor(int row, int col) const {
 
 BOOL CGridCtrl::SetItemFont(int row, int col, const LOGFONT* font) {
     return font != nullptr &&
-           ChangeCell(row, col, [&](CGridCell& cell) { cell.font = kortavin::grid::SharedFont(*font); });
+           ChangeCell(row, col, [&](CGridCell& cell) { cell.font = grid::SharedFont(*font); });
 }
 
 const LOGFONT* CGridCtrl::GetItemFont(int row, int col) const {
@@ -155,3 +157,5 @@ void CGridCtrl::SetModified(BOOL bModified, int row, int col) {
 BOOL CGridCtrl::GetModified(int row, int col) const {
     return row >= 1 && col >= 1 ? (GetItemState(row, col) & GridStateModified) != 0 : m_modified;
 }
+
+}  // namespace kortavin

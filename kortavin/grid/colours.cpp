@@ -1,5 +1,7 @@
-#include "framework/window/metrics.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/metrics.h"
+
+namespace kortavin {
 
 // Appearance, and the desktop's colours that it follows.
 
@@ -81,3 +83,5 @@ void CGridCtrl::SetImageList(CImageList* list) {
     m_imageList = list;
     InvalidateIfDrawn();
 }
+
+}  // namespace kortavin

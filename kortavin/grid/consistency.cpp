@@ -1,4 +1,6 @@
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+
+namespace kortavin {
 
 // What holds of a grid at all times.
 
@@ -28,3 +30,5 @@ CString CGridCtrl::CheckConsistency() const {
     }
     return selected == m_selectedCells.size() ? "" : "no selected cell is gone";
 }
+
+}  // namespace kortavin

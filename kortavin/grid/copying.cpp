@@ -2,8 +2,10 @@
 #include <iterator>
 #include <set>
 
-#include "framework/window/toolkit.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/toolkit.h"
+
+namespace kortavin {
 
 // Cells as text for other programs.
 
@@ -49,5 +51,7 @@ CString CGridCtrl::TextToCopy() const {
 }
 
 void CGridCtrl::CopyToClipboard() const {
-    kortavin::window::RequireToolkit().SetClipboardText(TextToCopy().View());
+    window::RequireToolkit().SetClipboardText(TextToCopy().View());
 }
+
+}  // namespace kortavin

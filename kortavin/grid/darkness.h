@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "framework/window/gdi.h"
+#include "kortavin/window/gdi.h"
 
 // What is drawn on dark colours.
 namespace kortavin::grid {

@@ -1,11 +1,13 @@
-#include "framework/window/toolkit.h"
-#include "framework/window/window.h"
-#include "grid/gridcelledit.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridcelledit.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/toolkit.h"
+#include "kortavin/window/windowrecord.h"
+
+namespace kortavin {
 
 // Editing in place, and what the owner is told of it.
 
-using kortavin::window::TableChange;
+using window::TableChange;
 
 LRESULT CGridCtrl::NotifyParent(int row, int col, int code) {
     CWnd* const owner = GetOwner();
@@ -26,7 +28,7 @@ bool CanBeginEdit(UINT character) {
 }  // namespace
 
 void CGridCtrl::OnChar(UINT nChar, UINT, UINT) {
-    const bool ctrlIsDown = kortavin::window::RequireToolkit().IsKeyDown(VK_CONTROL);
+    const bool ctrlIsDown = window::RequireToolkit().IsKeyDown(VK_CONTROL);
     const Life life(*this);
     if (CanBeginEdit(nChar) && !ctrlIsDown && !IsMouseBusy() && !(nChar == VK_TAB && m_handleTabKey))
         StartCellEdit(m_focusCell.row, m_focusCell.col, nChar);
@@ -121,3 +123,5 @@ void CGridCtrl::ClearFocusCell() {
     if (life)
         RedrawCell(row, col);
 }
+
+}  // namespace kortavin

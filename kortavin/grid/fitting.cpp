@@ -1,10 +1,13 @@
 #include <algorithm>
 
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/toolkit.h"
+
+namespace kortavin {
 
 // Sizes that follow the cells' contents or the window.
 
-using kortavin::grid::Axis;
+using grid::Axis;
 
 namespace {
 
@@ -116,3 +119,5 @@ void CGridCtrl::StretchToFit() {
     StretchRowsToFit();
     StretchColumnsToFit();
 }
+
+}  // namespace kortavin

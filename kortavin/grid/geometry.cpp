@@ -1,8 +1,10 @@
-#include "grid/geometry.h"
+#include "kortavin/grid/geometry.h"
 
 #include <algorithm>
 
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+
+namespace kortavin {
 
 // Where the cells of a grid lie.
 
@@ -12,7 +14,7 @@ constexpr int kLargestSize = 1 << 24;  // no window is as large, and positions c
 
 }  // namespace
 
-using kortavin::grid::AxisView;
+using grid::AxisView;
 
 AxisView CGridCtrl::RowView() const {
     CRect client;
@@ -131,3 +133,5 @@ bool CGridCtrl::IsNearBorder(int distanceFromStart, int size, int index) const {
     return (distanceFromStart <= m_resizeCaptureRange && index != 0) ||
            size - distanceFromStart <= m_resizeCaptureRange;
 }
+
+}  // namespace kortavin

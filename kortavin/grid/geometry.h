@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "grid/axis.h"
+#include "kortavin/grid/axis.h"
 
 namespace kortavin::grid {
 

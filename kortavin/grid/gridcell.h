@@ -1,6 +1,8 @@
 #pragma once
 
-#include "grid/gridtypes.h"
+#include "kortavin/grid/gridtypes.h"
+
+namespace kortavin {
 
 // One cell of a grid, owned by it.
 class CGridCell {
@@ -14,3 +16,9 @@ class CGridCell {
     COLORREF bkColour = kGridDefaultColour;
     COLORREF fgColour = kGridDefaultColour;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CGridCell;
+#endif

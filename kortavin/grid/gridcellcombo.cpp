@@ -1,12 +1,15 @@
-#include "grid/gridcellcombo.h"
+#include "kortavin/grid/gridcellcombo.h"
 
 #include <algorithm>
 #include <memory>
 
-#include "framework/window/metrics.h"
+#include "kortavin/window/metrics.h"
+#include "kortavin/window/toolkit.h"
 
-using namespace kortavin::window;
-using namespace kortavin::grid;
+namespace kortavin {
+
+using namespace window;
+using namespace grid;
 
 namespace {
 
@@ -131,3 +134,5 @@ void CGridComboEdit::OnKeyUp(UINT nChar, UINT nRepCnt, UINT nFlags) {
     else
         Default();
 }
+
+}  // namespace kortavin

@@ -1,10 +1,14 @@
-#include "grid/gridcelledit.h"
+#include "kortavin/grid/gridcelledit.h"
 
 #include <algorithm>
 #include <memory>
 
-using namespace kortavin::window;
-using namespace kortavin::grid;
+#include "kortavin/window/toolkit.h"
+
+namespace kortavin {
+
+using namespace window;
+using namespace grid;
 
 CGridCellEdit::CGridCellEdit(const CRect& rect, int row, int col, const CString& initText, UINT nFirstChar)
     : CellEditor({row, col}, initText), m_exitOnArrows(nFirstChar != VK_LBUTTON), m_rect(rect) {}
@@ -74,3 +78,5 @@ void CGridCellEdit::GrowToText() {
     m_rect.right = right;
     MoveWindow({m_rect.left, m_rect.top, m_rect.right, m_rect.bottom + 1});
 }
+
+}  // namespace kortavin

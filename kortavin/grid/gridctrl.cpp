@@ -1,14 +1,14 @@
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
 
 #include <cstdlib>
 
-#include "framework/base/exception.h"
-#include "framework/window/dataexchange.h"
-#include "framework/window/messagebox.h"
-#include "framework/window/metrics.h"
-#include "framework/window/window.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/window/dataexchange.h"
+#include "kortavin/window/messagebox.h"
+#include "kortavin/window/metrics.h"
+#include "kortavin/window/windowrecord.h"
 
-namespace window = kortavin::window;
+namespace kortavin {
 
 constinit const CRuntimeClass CGridCtrl::classCGridCtrl{"CGridCtrl", &CWnd::classCWnd};
 
@@ -144,3 +144,5 @@ CSize CGridCtrl::GetTextExtent(const char* text, BOOL bBold) const {
     const int width = font.GetNative()->Width(text != nullptr ? text : "");
     return {width + 2 * m_margin, static_cast<int>(font.GetNative()->Metrics().tmHeight) + 2 * m_margin};
 }
+
+}  // namespace kortavin

@@ -6,10 +6,13 @@
 #include <unordered_map>
 #include <vector>
 
-#include "framework/window/imagelist.h"
-#include "framework/window/wnd.h"
-#include "grid/geometry.h"
-#include "grid/gridcell.h"
+#include "kortavin/grid/geometry.h"
+#include "kortavin/grid/gridcell.h"
+#include "kortavin/window/accessibletable.h"
+#include "kortavin/window/imagelist.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 class CDataExchange;
 
@@ -48,7 +51,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     explicit CGridCtrl(int nRows = 0, int nCols = 0, int nFixedRows = 0, int nFixedCols = 0);
     ~CGridCtrl() override;
     const CRuntimeClass* GetRuntimeClass() const override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
     // Makes the window. FALSE when it cannot be made; a lack of memory is shown before.
     BOOL Create(const CRect& rect, CWnd* pParent, UINT nID,
@@ -337,7 +340,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     CString TextToCopy() const;
     void CopyToClipboard() const;
     void OfferAccessibleTable();
-    void TellTableChange(kortavin::window::TableChange change, CGridPos cell = {0, 0}) const;
+    void TellTableChange(window::TableChange change, CGridPos cell = {0, 0}) const;
 
     void ReadSystemColours();
     void SetAppearance(COLORREF& field, COLORREF color);
@@ -345,8 +348,8 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     bool IsDrawn() const { return m_hWnd != nullptr && m_allowDraw; }
     void InvalidateIfDrawn();
 
-    kortavin::grid::AxisView RowView() const;
-    kortavin::grid::AxisView ColumnView() const;
+    grid::AxisView RowView() const;
+    grid::AxisView ColumnView() const;
     bool IsNearBorder(int distanceFromStart, int size, int index) const;
 
     Direction DirectionOf(int bar) const;
@@ -402,7 +405,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     void ScrollSelecting(UINT key, CPoint point);
 
     std::shared_ptr<char> m_life = std::make_shared<char>();
-    std::unique_ptr<kortavin::window::AccessibleTable> m_accessibleTable;  // once there is a window
+    std::unique_ptr<window::AccessibleTable> m_accessibleTable;  // once there is a window
     COLORREF m_textColour = 0;
     COLORREF m_textBkColour = 0;
     COLORREF m_bkColour = 0;
@@ -426,9 +429,9 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     BOOL m_handleTabKey = TRUE;
     int m_fixedRowCount = 0;
     int m_fixedColCount = 0;
-    kortavin::grid::Axis m_rows;     // heights
-    kortavin::grid::Axis m_columns;  // widths
-    int m_margin = 0;                // the width of a space in the grid's font
+    grid::Axis m_rows;     // heights
+    grid::Axis m_columns;  // widths
+    int m_margin = 0;      // the width of a space in the grid's font
     int m_defaultColWidth = 30;
     int m_defaultRowHeight = 10;
     int m_vScrollMax = 0;
@@ -466,3 +469,24 @@ class KORTAVIN_API CGridCtrl : public CWnd {
 // Attaches the grid to the dialog's control of the class kGridWindowClass, unless it has a window.
 // CNotSupportedException when the dialog has no such control.
 KORTAVIN_API void DDX_GridCtrl(CDataExchange* pDX, int nIDC, CGridCtrl& grid);
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CGridCtrl;
+using kortavin::DDX_GridCtrl;
+using kortavin::GridEditorControlId;
+using kortavin::GridMouseMode;
+using kortavin::kGridWindowClass;
+using kortavin::MouseArmedDrag;
+using kortavin::MouseArmedEdit;
+using kortavin::MouseIdle;
+using kortavin::MouseOverColumnBorder;
+using kortavin::MouseOverRowBorder;
+using kortavin::MouseResizingColumn;
+using kortavin::MouseResizingRow;
+using kortavin::MouseSelectingAll;
+using kortavin::MouseSelectingCells;
+using kortavin::MouseSelectingColumns;
+using kortavin::MouseSelectingRows;
+#endif

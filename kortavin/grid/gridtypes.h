@@ -1,8 +1,10 @@
 #pragma once
 
-#include "framework/base/cstring.h"
-#include "framework/window/gdi.h"
-#include "framework/window/wintypes.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/window/gdi.h"
+#include "kortavin/window/wintypes.h"
+
+namespace kortavin {
 
 // A cell by row and column, counted from 0 with fixed rows and columns included. (-1, -1) means no cell.
 class CGridPos {
@@ -63,7 +65,7 @@ struct GridItem {
     int col = -1;
     UINT mask = 0;     // GridItem... bits
     UINT state = 0;    // GridState... bits
-    UINT nFormat = 0;  // DT_ bits (framework/window/dc.h)
+    UINT nFormat = 0;  // DT_ bits (kortavin/window/dc.h)
     CString text;
     int image = -1;  // index in the grid's image list; -1: none
     COLORREF bkColour = kGridDefaultColour;
@@ -96,3 +98,36 @@ struct GridEditNotify {
     NMHDR hdr;
     GridItem item;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CGridPos;
+using kortavin::CGridRange;
+using kortavin::GridEditNotify;
+using kortavin::GridItem;
+using kortavin::GridItemBkColour;
+using kortavin::GridItemFgColour;
+using kortavin::GridItemFont;
+using kortavin::GridItemFormat;
+using kortavin::GridItemImage;
+using kortavin::GridItemParam;
+using kortavin::GridItemState;
+using kortavin::GridItemText;
+using kortavin::GridLinesBoth;
+using kortavin::GridLinesHorz;
+using kortavin::GridLinesNone;
+using kortavin::GridLinesVert;
+using kortavin::GridNotify;
+using kortavin::GridNotifyBeginEdit;
+using kortavin::GridNotifyEditCommitted;
+using kortavin::GridNotifyEndEdit;
+using kortavin::GridNotifyFocusChanged;
+using kortavin::GridNotifyFocusLeaving;
+using kortavin::GridStateDropHilited;
+using kortavin::GridStateFocused;
+using kortavin::GridStateModified;
+using kortavin::GridStateReadOnly;
+using kortavin::GridStateSelected;
+using kortavin::kGridDefaultColour;
+#endif

@@ -1,4 +1,4 @@
-#include "grid/heading.h"
+#include "kortavin/grid/heading.h"
 
 namespace kortavin::grid {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
 
 namespace kortavin::grid {
 
 // A heading as the library's own tables have them: centred both ways, its words wrapped.
-KORTAVIN_API void SetHeading(CGridCtrl& grid, int row, int col, const CString& text);
+void SetHeading(CGridCtrl& grid, int row, int col, const CString& text);
 
 }  // namespace kortavin::grid

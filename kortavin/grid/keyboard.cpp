@@ -1,14 +1,16 @@
 #include <algorithm>
 
-#include "framework/window/toolkit.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/toolkit.h"
+
+namespace kortavin {
 
 // What keys do.
 
 namespace {
 
 bool IsDown(UINT virtualKey) {
-    return kortavin::window::RequireToolkit().IsKeyDown(virtualKey);
+    return window::RequireToolkit().IsKeyDown(virtualKey);
 }
 
 }  // namespace
@@ -194,3 +196,5 @@ void CGridCtrl::SendScroll(int bar, UINT request, int count) {
     for (; life && count > 0; --count)
         SendMessage(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, request);
 }
+
+}  // namespace kortavin

@@ -1,6 +1,8 @@
-#include "grid/mateupsamplegrid.h"
+#include "kortavin/grid/mateupsamplegrid.h"
 
-#include "grid/gridcelledit.h"
+#include "kortavin/grid/gridcelledit.h"
+
+namespace kortavin {
 
 CMateupSampleGrid::~CMateupSampleGrid() = default;
 
@@ -8,3 +10,5 @@ void CMateupSampleGrid::CreateCellEditor(CRect& rect, DWORD, UINT nID, int row, 
                                          int nChar) {
     CGridCellEdit::Open(this, rect, ES_CENTER, nID, row, col, text, static_cast<UINT>(nChar));
 }
+
+}  // namespace kortavin

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+
+namespace kortavin {
 
 // A grid of sample or preview data. Every cell is edited as centred text, whatever its format.
-class KORTAVIN_API CMateupSampleGrid : public CGridCtrl {
+class CMateupSampleGrid : public CGridCtrl {
   public:
     using CGridCtrl::CGridCtrl;
     ~CMateupSampleGrid() override;
@@ -11,3 +13,5 @@ class KORTAVIN_API CMateupSampleGrid : public CGridCtrl {
     void CreateCellEditor(CRect& rect, DWORD dwStyle, UINT nID, int row, int col, const char* text,
                           int nChar) override;
 };
+
+}  // namespace kortavin

@@ -1,11 +1,13 @@
 #include <algorithm>
 
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+
+namespace kortavin {
 
 // Counts, and the rows and columns that come and go with them. What can fail for lack of memory comes first,
 // so that the grid stays whole.
 
-using kortavin::window::TableChange;
+using window::TableChange;
 
 CGridCell* CGridCtrl::CellAt(int row, int col) const {
     return IsValid(row, col) ? m_rowData[static_cast<std::size_t>(row)][static_cast<std::size_t>(col)].get()
@@ -249,3 +251,5 @@ BOOL CGridCtrl::DeleteAllItems() {
     FollowLayout();
     return TRUE;
 }
+
+}  // namespace kortavin

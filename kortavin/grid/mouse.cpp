@@ -1,11 +1,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/toolkit.h"
+
+namespace kortavin {
 
 // What the mouse does.
 
-using kortavin::window::CursorShape;
+using window::PointerShape;
 
 namespace {
 
@@ -18,9 +21,9 @@ void CGridCtrl::SetMouseMode(GridMouseMode mode) {
     m_mouseMode = mode;
     const bool onColumn = mode == MouseOverColumnBorder || mode == MouseResizingColumn;
     const bool onRow = mode == MouseOverRowBorder || mode == MouseResizingRow;
-    SetCursor(onColumn ? CursorShape::SizeHorizontal
-              : onRow  ? CursorShape::SizeVertical
-                       : CursorShape::Arrow);
+    SetCursor(onColumn ? PointerShape::SizeHorizontal
+              : onRow  ? PointerShape::SizeVertical
+                       : PointerShape::Arrow);
 }
 
 GridMouseMode CGridCtrl::BorderModeAt(CPoint point) const {
@@ -133,13 +136,13 @@ void CGridCtrl::OnColumnHeadingClick(CGridPos& cell) {
         ExtendSelection(cell);
     } else if (m_sortOnClick) {
         const Life life(*this);
-        SetCursor(CursorShape::Wait);
+        SetCursor(PointerShape::Wait);
         m_sortAscending = cell.col != m_sortColumn || !m_sortAscending;
         m_sortColumn = cell.col;
         SortRowsByText(m_sortColumn, m_sortAscending);
         if (!life)
             return;
-        SetCursor(CursorShape::Arrow);
+        SetCursor(PointerShape::Arrow);
         Invalidate();
     }
 }
@@ -336,7 +339,7 @@ void CGridCtrl::OnTimer(UINT_PTR nIDEvent) {
 }
 
 CPoint CGridCtrl::PointerInClient() const {
-    CPoint pointer = kortavin::window::RequireToolkit().PointerPosition();
+    CPoint pointer = window::RequireToolkit().PointerPosition();
     ScreenToClient(&pointer);
     return pointer;
 }
@@ -366,8 +369,10 @@ BOOL CGridCtrl::OnMouseWheel(UINT, SHORT zDelta, CPoint) {
 BOOL CGridCtrl::OnSetCursor(CWnd*, UINT nHitTest, UINT) {
     if (nHitTest != HTCLIENT)
         return static_cast<BOOL>(Default());
-    SetCursor(m_mouseMode == MouseOverColumnBorder ? CursorShape::SizeHorizontal
-              : m_mouseMode == MouseOverRowBorder  ? CursorShape::SizeVertical
-                                                   : CursorShape::Arrow);
+    SetCursor(m_mouseMode == MouseOverColumnBorder ? PointerShape::SizeHorizontal
+              : m_mouseMode == MouseOverRowBorder  ? PointerShape::SizeVertical
+                                                   : PointerShape::Arrow);
     return TRUE;
 }
+
+}  // namespace kortavin

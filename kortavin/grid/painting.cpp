@@ -1,8 +1,10 @@
 #include <algorithm>
 
-#include "framework/window/metrics.h"
-#include "grid/darkness.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/darkness.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/metrics.h"
+
+namespace kortavin {
 
 // The picture of a grid as a whole: its background, which cells are painted, and the lines between them.
 
@@ -91,9 +93,8 @@ bool CGridCtrl::HasLines(int lines) const {
 // The usual light grey would be glaring on a dark desktop.
 COLORREF CGridCtrl::LineColour() const {
     const bool isUsual = m_gridColour == kUsualLineColour;
-    return isUsual && kortavin::grid::IsDark(m_textBkColour)
-               ? kortavin::grid::Softened(m_gridColour, m_textBkColour)
-               : m_gridColour;
+    return isUsual && grid::IsDark(m_textBkColour) ? grid::Softened(m_gridColour, m_textBkColour)
+                                                   : m_gridColour;
 }
 
 void CGridCtrl::DrawGridLines(CDC& dc, const CGridRange& visible, const CRect& extent) const {
@@ -189,3 +190,5 @@ BOOL CGridCtrl::InvalidateCell(CGridPos cell) {
     InvalidateRect(&rect);
     return TRUE;
 }
+
+}  // namespace kortavin

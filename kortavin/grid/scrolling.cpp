@@ -1,8 +1,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "grid/geometry.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/geometry.h"
+#include "kortavin/grid/gridctrl.h"
+
+namespace kortavin {
 
 // Scroll bars, and what their requests do. The two directions differ in their axis and in how pixels move.
 
@@ -17,7 +19,7 @@ int ToRange(LONGLONG size) {
 // One of the two directions in which a grid scrolls.
 struct CGridCtrl::Direction {
     int bar;
-    const kortavin::grid::Axis& axis;
+    const grid::Axis& axis;
     int fixedCount;
     int maximum;  // of the scroll range
     int fixedSize;
@@ -236,3 +238,5 @@ void CGridCtrl::JumpLines(int bar, int lines) {
     const LONGLONG position = std::clamp<LONGLONG>(GetScrollPosition(bar) + way, 0, direction.maximum);
     ScrollTo(direction, ToRange(position), direction.fixedSize);
 }
+
+}  // namespace kortavin

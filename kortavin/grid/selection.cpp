@@ -1,10 +1,12 @@
 #include <algorithm>
 
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+
+namespace kortavin {
 
 // The focus cell and the selected cells.
 
-using kortavin::window::TableChange;
+using window::TableChange;
 
 // Which cells show, asked once for many.
 class CGridCtrl::ShownCells {
@@ -195,3 +197,5 @@ void CGridCtrl::OnUpdateEditSelectAll(CCmdUI* pCmdUI) {
 void CGridCtrl::OnEditSelectAll() {
     SelectAll();
 }
+
+}  // namespace kortavin

@@ -1,4 +1,4 @@
-#include "grid/sharedfont.h"
+#include "kortavin/grid/sharedfont.h"
 
 #include <cstring>
 #include <string_view>

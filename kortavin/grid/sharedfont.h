@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/window/gdi.h"
+#include "kortavin/window/gdi.h"
 
 namespace kortavin::grid {
 

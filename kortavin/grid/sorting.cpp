@@ -4,8 +4,10 @@
 #include <string_view>
 #include <vector>
 
-#include "grid/gridctrl.h"
-#include "grid/partition.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/grid/partition.h"
+
+namespace kortavin {
 
 // Sorting works on short keys; the rows move once, when the order is known.
 
@@ -52,7 +54,7 @@ void CGridCtrl::ArrangeRows(const Keys& keys) {
     }
     std::ranges::move(rows, m_rowData.begin() + m_fixedRowCount);
     m_rows.SetSizes(m_fixedRowCount, heights);
-    TellTableChange(kortavin::window::TableChange::Layout);
+    TellTableChange(window::TableChange::Layout);
 }
 
 BOOL CGridCtrl::SortRowsByText(int col, BOOL bAscending) {
@@ -65,7 +67,7 @@ BOOL CGridCtrl::SortRowsByText(int col, BOOL bAscending) {
         const std::uint64_t prefix = PrefixOf(text.View());
         keys.push_back({prefix, std::move(text), row});
     }
-    kortavin::grid::SortByPartition(keys, bAscending != FALSE, &CompareKeys);
+    grid::SortByPartition(keys, bAscending != FALSE, &CompareKeys);
     ArrangeRows(keys);
     return TRUE;
 }
@@ -79,11 +81,12 @@ BOOL CGridCtrl::SortRowsByData(Compare compare, int col, BOOL bAscending, LPARAM
         keys.push_back({GetItemData(row, col), row});
     const Life life(*this);
     const int rows = GetRowCount();
-    kortavin::grid::SortByPartition(keys, bAscending != FALSE, [&](const DataKey& a, const DataKey& b) {
-        return compare(a.data, b.data, data);
-    });
+    grid::SortByPartition(keys, bAscending != FALSE,
+                          [&](const DataKey& a, const DataKey& b) { return compare(a.data, b.data, data); });
     if (!life.Exists() || GetRowCount() != rows)
         return FALSE;  // the comparison took them away
     ArrangeRows(keys);
     return TRUE;
 }
+
+}  // namespace kortavin

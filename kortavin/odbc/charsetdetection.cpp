@@ -1,12 +1,12 @@
-#include "framework/odbc/charsetdetection.h"
+#include "kortavin/odbc/charsetdetection.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
 #include <string_view>
 
-#include "framework/base/cstring.h"
-#include "framework/odbc/handles.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/odbc/handles.h"
 
 namespace kortavin::odbc {
 namespace {

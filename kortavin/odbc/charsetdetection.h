@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "framework/odbc/odbctypes.h"
+#include "kortavin/odbc/odbctypes.h"
 
 namespace kortavin::odbc {
 

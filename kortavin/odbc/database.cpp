@@ -1,24 +1,26 @@
-#include "framework/odbc/database.h"
+#include "kortavin/odbc/database.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "framework/odbc/charsetdetection.h"
-#include "framework/odbc/diagnostics.h"
-#include "framework/odbc/handles.h"
-#include "framework/odbc/recordset.h"
-#include "framework/odbc/secrets.h"
+#include "kortavin/odbc/charsetdetection.h"
+#include "kortavin/odbc/diagnostics.h"
+#include "kortavin/odbc/handles.h"
+#include "kortavin/odbc/recordset.h"
+#include "kortavin/odbc/secrets.h"
 
-using kortavin::base::NarrowCharset;
-using kortavin::odbc::Succeeded;
-using kortavin::odbc::WhileExecuting;
+namespace kortavin {
+
+using base::NarrowCharset;
+using odbc::Succeeded;
+using odbc::WhileExecuting;
 
 struct CDatabase::State {
-    kortavin::odbc::EnvironmentHandle environment;
-    kortavin::odbc::ConnectionHandle connection;  // declared behind the environment, so it goes first
+    odbc::EnvironmentHandle environment;
+    odbc::ConnectionHandle connection;  // declared behind the environment, so it goes first
     NarrowCharset charset = NarrowCharset::OfEnvironment();
     bool charsetIsSet = false;
-    kortavin::odbc::SecretFilter secrets;
+    odbc::SecretFilter secrets;
     std::vector<CRecordset*> recordsets;  // those made on this connection
 };
 
@@ -50,7 +52,7 @@ void CDatabase::Open(const CString& connectionString) {
 
 void CDatabase::Connect(const CString& connectionString) {
     State& state = *m_state;
-    state.secrets = kortavin::odbc::SecretFilter(connectionString.View());
+    state.secrets = odbc::SecretFilter(connectionString.View());
     if (!state.charsetIsSet)
         state.charset = NarrowCharset::OfEnvironment();
     std::string narrow = ToNarrow(connectionString.View());
@@ -60,24 +62,24 @@ void CDatabase::Connect(const CString& connectionString) {
         !Succeeded(SQLSetEnvAttr(state.environment.Get(), SQL_ATTR_ODBC_VERSION,
                                  reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC2), 0)) ||  // NOLINT
         !Succeeded(state.connection.Allocate(state.environment.Get())))
-        throw kortavin::odbc::MakeOwnError(SQL_ERROR, "HY000", "The driver manager cannot be used.");
+        throw odbc::MakeOwnError(SQL_ERROR, "HY000", "The driver manager cannot be used.");
 
     const HDBC connection = state.connection.Get();
     const SQLRETURN code = SQLDriverConnect(connection, nullptr, reinterpret_cast<SQLCHAR*>(narrow.data()),
                                             SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
     if (!Succeeded(code))
-        throw kortavin::odbc::MakeConnectError(code, *this, connection);
+        throw odbc::MakeConnectError(code, *this, connection);
     m_hdbc = connection;
 
     if (state.charsetIsSet)
         return;
-    const std::string detected = kortavin::odbc::DetectCharset(connection);
+    const std::string detected = odbc::DetectCharset(connection);
     if (detected.empty())
         return;
     auto charset = NarrowCharset::ByName(detected);
     if (!charset) {
         const CString text = CString("The connection's character set is not known here: ") + detected.c_str();
-        throw kortavin::odbc::MakeOwnError(CDBException::kUnknownCharset, "2C000", text);
+        throw odbc::MakeOwnError(CDBException::kUnknownCharset, "2C000", text);
     }
     state.charset = std::move(*charset);
 }
@@ -118,7 +120,7 @@ void CDatabase::ExecuteSQL(const CString& sql) {
 
 void CDatabase::Execute(const CString& sql) {
     std::string narrow = ToNarrow(sql.View());
-    kortavin::odbc::StatementHandle statement;
+    odbc::StatementHandle statement;
     SQLRETURN code = statement.Allocate(m_hdbc);
     if (!Succeeded(code))
         throw MakeError(code);
@@ -126,7 +128,7 @@ void CDatabase::Execute(const CString& sql) {
     auto* text = reinterpret_cast<SQLCHAR*>(narrow.data());
     code = WhileExecuting([&] { return SQLExecDirect(statement.Get(), text, SQL_NTS); });
     if (!Succeeded(code) && code != SQL_NO_DATA)
-        throw kortavin::odbc::MakeError(code, this, statement.Get());
+        throw odbc::MakeError(code, this, statement.Get());
 }
 
 void CDatabase::BeginTrans() {
@@ -157,7 +159,7 @@ void CDatabase::EndTransaction(short completion) {
 }
 
 CDBException CDatabase::MakeError(RETCODE code) const {
-    return kortavin::odbc::MakeError(IsOpen() ? code : RETCODE{SQL_INVALID_HANDLE}, this, nullptr);
+    return odbc::MakeError(IsOpen() ? code : RETCODE{SQL_INVALID_HANDLE}, this, nullptr);
 }
 
 CString CDatabase::MakeReadable(std::string_view narrow) const {
@@ -166,13 +168,13 @@ CString CDatabase::MakeReadable(std::string_view narrow) const {
 }
 
 std::string CDatabase::ToNarrow(std::string_view gbk) const {
-    kortavin::odbc::RefuseZeroBytes(gbk);
+    odbc::RefuseZeroBytes(gbk);
     std::string narrow;
     if (m_state->charset.FromGbk(narrow, gbk))
         return narrow;
     const CString text = CString("The text has no form in the connection's character set ") +
                          m_state->charset.GetName().c_str();
-    throw kortavin::odbc::MakeOwnError(CDBException::kTextNotConvertible, "22021", text);
+    throw odbc::MakeOwnError(CDBException::kTextNotConvertible, "22021", text);
 }
 
 std::optional<CString> CDatabase::FromNarrow(std::string_view narrow, bool wasCut) const {
@@ -187,3 +189,5 @@ std::optional<CString> CDatabase::FromNarrow(std::string_view narrow, bool wasCu
         return std::nullopt;
     return CString(std::move(gbk));
 }
+
+}  // namespace kortavin

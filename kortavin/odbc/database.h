@@ -5,10 +5,12 @@
 #include <string>
 #include <string_view>
 
-#include "framework/base/codepage.h"
-#include "framework/base/object.h"
-#include "framework/odbc/dbexception.h"
-#include "framework/odbc/odbctypes.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/object.h"
+#include "kortavin/odbc/dbexception.h"
+#include "kortavin/odbc/odbctypes.h"
+
+namespace kortavin {
 
 class CRecordset;
 
@@ -36,7 +38,7 @@ class KORTAVIN_API CDatabase : public CObject {
     // character set, any other the process's locale.
     BOOL SetNarrowCharset(const std::string& name);
     // The one in use, or last in use; before the first Open the one that was set, or the process's.
-    const kortavin::base::NarrowCharset& GetNarrowCharset() const;
+    const base::NarrowCharset& GetNarrowCharset() const;
 
     // Seconds after which a statement is given up, for every statement from now on; 0 (as at first) is no
     // limit. A driver that knows no such limit works without.
@@ -85,3 +87,9 @@ class KORTAVIN_API CDatabase : public CObject {
     DWORD m_dwQueryTimeout = 0;
     std::unique_ptr<State> m_state;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CDatabase;
+#endif

@@ -1,4 +1,6 @@
-#include "framework/odbc/dbexception.h"
+#include "kortavin/odbc/dbexception.h"
+
+namespace kortavin {
 
 CDBException::CDBException(RETCODE retCode, const CString& error, const CString& stateNativeOrigin)
     : m_nRetCode(retCode), m_strError(error), m_strStateNativeOrigin(stateNativeOrigin) {}
@@ -19,3 +21,5 @@ CString CDBException::GetState() const {
     const std::string_view state = m_strStateNativeOrigin.View();
     return state.starts_with(kLabel) ? CString(state.substr(kLabel.size(), 5)) : CString();
 }
+
+}  // namespace kortavin

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "framework/base/exception.h"
-#include "framework/odbc/odbctypes.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/odbc/odbctypes.h"
+
+namespace kortavin {
 
 // An error of the data source, its driver or the driver manager, or one of this layer's own below.
 class KORTAVIN_API CDBException : public CException {
@@ -26,3 +28,9 @@ class KORTAVIN_API CDBException : public CException {
     // "State:42S02,Native:1,Origin:[SQLite]", one line for each diagnostic record.
     CString m_strStateNativeOrigin;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CDBException;
+#endif

@@ -1,11 +1,11 @@
-#include "framework/odbc/diagnostics.h"
+#include "kortavin/odbc/diagnostics.h"
 
 #include <array>
 #include <climits>
 #include <optional>
 
-#include "framework/base/codepage.h"
-#include "framework/odbc/database.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/odbc/database.h"
 
 namespace kortavin::odbc {
 namespace {

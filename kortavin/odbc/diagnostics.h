@@ -2,12 +2,14 @@
 
 #include <string_view>
 
-#include "framework/odbc/dbexception.h"
-#include "framework/odbc/handles.h"
+#include "kortavin/odbc/dbexception.h"
+#include "kortavin/odbc/handles.h"
+
+namespace kortavin {
 
 class CDatabase;
 
-namespace kortavin::odbc {
+namespace odbc {
 
 // The database error for a failed call, with the texts of the statement's diagnostic records, else of the
 // connection's. A failure without any record gets a text that says so. `database` may be null.
@@ -25,4 +27,6 @@ void RefuseZeroBytes(std::string_view text);
 // "`what` is not valid text in the character set UTF-8": for a value or a name of the driver's.
 CDBException MakeConversionError(const CString& what, const CDatabase& database);
 
-}  // namespace kortavin::odbc
+}  // namespace odbc
+
+}  // namespace kortavin

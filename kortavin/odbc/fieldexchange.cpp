@@ -1,14 +1,16 @@
-#include "framework/odbc/fieldexchange.h"
+#include "kortavin/odbc/fieldexchange.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "framework/base/codepage.h"
-#include "framework/odbc/database.h"
-#include "framework/odbc/diagnostics.h"
-#include "framework/odbc/handles.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/odbc/database.h"
+#include "kortavin/odbc/diagnostics.h"
+#include "kortavin/odbc/handles.h"
 
-using kortavin::odbc::Succeeded;
+namespace kortavin {
+
+using odbc::Succeeded;
 
 void CFieldExchange::BeginBinding() {
     m_binding = true;
@@ -39,7 +41,7 @@ void CFieldExchange::Bind(Field& field, SWORD type, void* buffer, std::ptrdiff_t
     const auto column = static_cast<SQLUSMALLINT>(m_fields.size());
     const SQLRETURN code = SQLBindCol(m_statement, column, type, buffer, size, &field.length);
     if (!Succeeded(code))
-        throw kortavin::odbc::MakeError(code, &m_database, m_statement);
+        throw odbc::MakeError(code, &m_database, m_statement);
 }
 
 void CFieldExchange::ExchangeNumber(LONG& value) {
@@ -76,9 +78,9 @@ void RFX_Text(CFieldExchange* exchange, const char* label, CString& value, int m
     }
     auto text = exchange->m_database.FromNarrow(narrow, cut);
     if (!text)
-        throw kortavin::odbc::MakeConversionError(CString("The value of ") + label, exchange->m_database);
+        throw odbc::MakeConversionError(CString("The value of ") + label, exchange->m_database);
     if (text->GetLength() > maxLength)
-        text = CString(kortavin::base::CutAtCharacter(text->View(), static_cast<std::size_t>(maxLength)));
+        text = CString(base::CutAtCharacter(text->View(), static_cast<std::size_t>(maxLength)));
     value = *std::move(text);
 }
 
@@ -89,3 +91,5 @@ void RFX_Int(CFieldExchange* exchange, const char* /*label*/, int& value) {
 void RFX_Long(CFieldExchange* exchange, const char* /*label*/, LONG& value) {
     exchange->ExchangeNumber(value);
 }
+
+}  // namespace kortavin

@@ -3,8 +3,10 @@
 #include <deque>
 #include <string>
 
-#include "framework/base/cstring.h"
-#include "framework/odbc/odbctypes.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/odbc/odbctypes.h"
+
+namespace kortavin {
 
 class CDatabase;
 
@@ -51,6 +53,15 @@ class KORTAVIN_API CFieldExchange {
 // One field each: the label for messages and the member. A text is cut at `maxLength` bytes, never inside a
 // character; NULL is an empty text or 0. RFX_Text throws CDBException where a text cannot be converted.
 KORTAVIN_API void RFX_Text(CFieldExchange* exchange, const char* label, CString& value, int maxLength = 255,
-                           SWORD columnType = kortavin::odbc::kVarChar, short scale = 0);
+                           SWORD columnType = odbc::kVarChar, short scale = 0);
 KORTAVIN_API void RFX_Int(CFieldExchange* exchange, const char* label, int& value);
 KORTAVIN_API void RFX_Long(CFieldExchange* exchange, const char* label, LONG& value);
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CFieldExchange;
+using kortavin::RFX_Int;
+using kortavin::RFX_Long;
+using kortavin::RFX_Text;
+#endif

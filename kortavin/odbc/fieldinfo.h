@@ -1,7 +1,9 @@
 #pragma once
 
-#include "framework/base/cstring.h"
-#include "framework/odbc/odbctypes.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/odbc/odbctypes.h"
+
+namespace kortavin {
 
 // One result column, as the driver describes it.
 struct CODBCFieldInfo {
@@ -11,3 +13,9 @@ struct CODBCFieldInfo {
     SWORD m_nScale = 0;        // digits behind the decimal point
     SWORD m_nNullability = 0;  // 0 no NULLs, 1 NULLs, 2 not known
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CODBCFieldInfo;
+#endif

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/base/types.h"
+#include "kortavin/base/types.h"
+
+namespace kortavin {
 
 // ODBC's own names for handles and codes, declared here the same way as in the driver manager's headers, so
 // that the library's headers need none of those.
@@ -9,11 +11,20 @@ using HSTMT = void*;
 using RETCODE = signed short;
 using SWORD = signed short;
 
-namespace kortavin::odbc {
+namespace odbc {
 
 // SQL type codes of character columns, as ODBC 2 numbers them.
 inline constexpr SWORD kChar = 1;
 inline constexpr SWORD kVarChar = 12;
 inline constexpr SWORD kLongVarChar = -1;
 
-}  // namespace kortavin::odbc
+}  // namespace odbc
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using HDBC = kortavin::HDBC;
+using HSTMT = kortavin::HSTMT;
+using RETCODE = kortavin::RETCODE;
+using SWORD = kortavin::SWORD;
+#endif

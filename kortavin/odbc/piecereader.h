@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
-#include "framework/odbc/dbexception.h"
-#include "framework/odbc/handles.h"
+#include "kortavin/odbc/dbexception.h"
+#include "kortavin/odbc/handles.h"
+
+namespace kortavin {
 
 class CDatabase;
 
-namespace kortavin::odbc {
+namespace odbc {
 
 // One SQLGetData call, repeated while it is still executing. A value out of range (SQLSTATE 22003) is no
 // failure; every other one is thrown, that there is no data (100) too. `length` is what the driver reported,
@@ -44,4 +46,6 @@ class PieceReader {
     bool m_outOfRange = false;
 };
 
-}  // namespace kortavin::odbc
+}  // namespace odbc
+
+}  // namespace kortavin

@@ -1,14 +1,16 @@
-#include "framework/odbc/recordset.h"
+#include "kortavin/odbc/recordset.h"
 
 #include <climits>
 
-#include "framework/odbc/diagnostics.h"
-#include "framework/odbc/fieldexchange.h"
-#include "framework/odbc/handles.h"
-#include "framework/odbc/textrow.h"
+#include "kortavin/odbc/diagnostics.h"
+#include "kortavin/odbc/fieldexchange.h"
+#include "kortavin/odbc/handles.h"
+#include "kortavin/odbc/textrow.h"
 
-using kortavin::odbc::Succeeded;
-using kortavin::odbc::WhileExecuting;
+namespace kortavin {
+
+using odbc::Succeeded;
+using odbc::WhileExecuting;
 
 namespace {
 
@@ -21,8 +23,8 @@ bool IsBinary(SWORD sqlType) {
 // The statement stands last, so that it goes before the buffers that are bound to it.
 struct CRecordset::Result {
     std::unique_ptr<CFieldExchange> fields;
-    std::unique_ptr<kortavin::odbc::TextRow> textRow;
-    kortavin::odbc::StatementHandle statement;
+    std::unique_ptr<odbc::TextRow> textRow;
+    odbc::StatementHandle statement;
 };
 
 constinit const CRuntimeClass CRecordset::classCRecordset{"CRecordset", &CObject::classCObject};
@@ -98,7 +100,7 @@ void CRecordset::PrepareAndExecute() {
 
 void CRecordset::AllocRowset() {
     if (m_nFields == 0 && m_nResultCols > 0)
-        m_result->textRow = std::make_unique<kortavin::odbc::TextRow>(*m_pDatabase, m_hstmt, m_fieldInfos);
+        m_result->textRow = std::make_unique<odbc::TextRow>(*m_pDatabase, m_hstmt, m_fieldInfos);
 }
 
 void CRecordset::PreBindFields() {}
@@ -124,7 +126,7 @@ void CRecordset::ForgetDescription() {
 
 void CRecordset::RequireOpen() const {
     if (!m_isOpen)
-        throw kortavin::odbc::MakeOwnError(SQL_ERROR, "24000", "The recordset is not open.");
+        throw odbc::MakeOwnError(SQL_ERROR, "24000", "The recordset is not open.");
 }
 
 void CRecordset::MoveNext() {
@@ -169,7 +171,7 @@ void CRecordset::DoFieldExchange(CFieldExchange* /*exchange*/) {}
 
 void CRecordset::ReadColumnText(short index, CString& value) {
     if (m_isEOF || !m_result->textRow)
-        throw kortavin::odbc::MakeOwnError(SQL_ERROR, "24000", "There is no current row.");
+        throw odbc::MakeOwnError(SQL_ERROR, "24000", "There is no current row.");
     WithMemoryErrors([&] {
         const auto narrow = m_result->textRow->Read(index);
         if (!narrow)
@@ -192,11 +194,13 @@ void CRecordset::ThrowNotUsable(short index, const char* why) const {
     CString text;
     text.Format("The value of column %d (%s) %s", index + 1,
                 m_fieldInfos[static_cast<std::size_t>(index)].m_strName.GetString(), why);
-    throw kortavin::odbc::MakeOwnError(CDBException::kTextNotConvertible, "22021", text);
+    throw odbc::MakeOwnError(CDBException::kTextNotConvertible, "22021", text);
 }
 
 void CRecordset::ThrowDBException(RETCODE code) const {
     if (code == CDBException::kFieldIndexOutOfRange)
-        throw kortavin::odbc::MakeOwnError(code, "07009", "The result has no column with this index.");
-    throw kortavin::odbc::MakeError(code, m_pDatabase, m_hstmt);
+        throw odbc::MakeOwnError(code, "07009", "The result has no column with this index.");
+    throw odbc::MakeError(code, m_pDatabase, m_hstmt);
 }
+
+}  // namespace kortavin

@@ -4,9 +4,11 @@
 #include <new>
 #include <vector>
 
-#include "framework/base/object.h"
-#include "framework/odbc/database.h"
-#include "framework/odbc/fieldinfo.h"
+#include "kortavin/base/object.h"
+#include "kortavin/odbc/database.h"
+#include "kortavin/odbc/fieldinfo.h"
+
+namespace kortavin {
 
 class CFieldExchange;
 
@@ -118,3 +120,9 @@ void CRecordset::ClosingOnError(Body body) {
         throw;
     }
 }
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CRecordset;
+#endif

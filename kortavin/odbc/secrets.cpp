@@ -1,4 +1,4 @@
-#include "framework/odbc/secrets.h"
+#include "kortavin/odbc/secrets.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <functional>
 #include <optional>
 
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 namespace kortavin::odbc {
 namespace {

@@ -1,10 +1,10 @@
-#include "framework/odbc/textrow.h"
+#include "kortavin/odbc/textrow.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "framework/odbc/database.h"
-#include "framework/odbc/diagnostics.h"
+#include "kortavin/odbc/database.h"
+#include "kortavin/odbc/diagnostics.h"
 
 namespace kortavin::odbc {
 namespace {

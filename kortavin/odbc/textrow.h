@@ -7,14 +7,16 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/odbc/dbexception.h"
-#include "framework/odbc/fieldinfo.h"
-#include "framework/odbc/handles.h"
-#include "framework/odbc/piecereader.h"
+#include "kortavin/odbc/dbexception.h"
+#include "kortavin/odbc/fieldinfo.h"
+#include "kortavin/odbc/handles.h"
+#include "kortavin/odbc/piecereader.h"
+
+namespace kortavin {
 
 class CDatabase;
 
-namespace kortavin::odbc {
+namespace odbc {
 
 // The current row of a result, each value as the driver's text in the connection's narrow character set.
 //
@@ -76,4 +78,6 @@ class TextRow {
     short m_readColumn = -1;                 // and whose it is
 };
 
-}  // namespace kortavin::odbc
+}  // namespace odbc
+
+}  // namespace kortavin

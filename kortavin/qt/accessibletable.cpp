@@ -1,4 +1,4 @@
-#include "framework/qt/accessibletable.h"
+#include "kortavin/qt/accessibletable.h"
 
 #include <QAccessibleWidget>
 #include <QPointer>
@@ -7,8 +7,8 @@
 #include <map>
 #include <utility>
 
-#include "framework/qt/geometry.h"
-#include "framework/qt/window.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/qt/window.h"
 
 namespace kortavin::qt {
 namespace {

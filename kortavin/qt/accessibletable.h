@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "framework/window/accessibletable.h"
+#include "kortavin/window/accessibletable.h"
 
 // Windows that show a table, for screen readers. The heading rows and columns are cells of it like the
 // others.

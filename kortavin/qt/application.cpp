@@ -1,4 +1,4 @@
-#include "framework/qt/application.h"
+#include "kortavin/qt/application.h"
 
 #include <QApplication>
 #include <QThread>
@@ -6,14 +6,14 @@
 #include <clocale>
 #include <string>
 
-#include "framework/base/exception.h"
-#include "framework/qt/platform.h"
-#include "resources/texts.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/qt/platform.h"
 
 namespace kortavin::qt {
 namespace {
 
-using resources::TextId;
+using base::TextId;
 
 [[noreturn]] void ThrowNoWindows(TextId reason) {
     throw CResourceException(CString(Text(TextId::NoWindows)) + Text(reason));

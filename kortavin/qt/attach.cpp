@@ -5,11 +5,11 @@
 #include <QPlainTextEdit>
 #include <typeinfo>
 
-#include "framework/qt/qttoolkit.h"
-#include "framework/qt/qtwidgets.h"
-#include "framework/qt/window.h"
-#include "framework/window/combobox.h"
-#include "framework/window/edit.h"
+#include "kortavin/qt/qttoolkit.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/window/edit.h"
 
 namespace kortavin::qt {
 namespace {
@@ -26,7 +26,7 @@ window::WindowKind KindOf(const QWidget& widget) {
                                                            : window::WindowKind::Plain;
 }
 
-std::unique_ptr<QtWindow> Attach(window::Window& window, QWidget& widget) {
+std::unique_ptr<QtWindow> Attach(window::WindowRecord& window, QWidget& widget) {
     switch (window.Kind()) {
         case window::WindowKind::ComboBox:
             return AttachCombo(window, static_cast<QComboBox&>(widget));
@@ -55,8 +55,9 @@ DWORD StyleFor(const CWnd& object, window::WindowKind kind, const QWidget& widge
     return kBasic | CBS_DROPDOWNLIST | CBS_HASSTRINGS | (drawsItems ? CBS_OWNERDRAWFIXED : 0);
 }
 
-HWND MakeWindowOf(QWidget& widget, const window::WindowPlace& place) {
-    return window::Window::Create(place, [&widget](window::Window& made) { return Attach(made, widget); });
+window::WindowRecord* MakeWindowOf(QWidget& widget, const window::WindowPlace& place) {
+    return window::WindowRecord::Create(
+        place, [&widget](window::WindowRecord& made) { return Attach(made, widget); });
 }
 
 bool IsFree(const QtWindow* existing, window::WindowKind kind) {
@@ -65,7 +66,7 @@ bool IsFree(const QtWindow* existing, window::WindowKind kind) {
 }
 
 // One that takes keys can be reached by them, if the host has not seen to that.
-void LetTabReach(QWidget& widget, HWND window) {
+void LetTabReach(QWidget& widget, window::WindowRecord* window) {
     if (widget.focusPolicy() == Qt::NoFocus && window->Kind() == window::WindowKind::Plain &&
         window::Report(*window, WM_GETDLGCODE) != 0)
         widget.setFocusPolicy(Qt::TabFocus);
@@ -78,7 +79,7 @@ bool IsQtInUse() {
 
 }  // namespace
 
-HWND RequireWindowOf(QWidget* widget) {
+window::WindowRecord* RequireWindowOf(QWidget* widget) {
     if (widget == nullptr)
         return nullptr;
     const QtWindow* const existing = QtWindow::Of(widget);
@@ -88,7 +89,7 @@ HWND RequireWindowOf(QWidget* widget) {
 }
 
 QWidget* WidgetOf(const CWnd& object) {
-    const HWND window = object.GetSafeHwnd();
+    window::WindowRecord* const window = window::RecordOf(&object);
     const auto* const own = window != nullptr ? dynamic_cast<const QtWindow*>(&window->Native()) : nullptr;
     return own != nullptr ? own->Widget() : nullptr;
 }
@@ -105,7 +106,7 @@ BOOL AttachTo(CWnd& object, QWidget& widget, UINT id) {
     own.BeginReporting();
     if (!object.SubclassWindow(&own.GetWindow()))
         return FALSE;
-    LetTabReach(widget, object.m_hWnd);
+    LetTabReach(widget, &own.GetWindow());
     return TRUE;
 }
 

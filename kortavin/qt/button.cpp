@@ -6,8 +6,8 @@
 #include <QRadioButton>
 #include <memory>
 
-#include "framework/qt/window.h"
-#include "framework/window/styles.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/styles.h"
 
 namespace kortavin::qt {
 namespace {
@@ -32,7 +32,7 @@ QAbstractButton* MakeQButton(DWORD style, QWidget* parent) {
 
 class QtButton final : public QtWindow, public window::NativeButton {
   public:
-    QtButton(window::Window& window, QAbstractButton& button, Ownership ownership)
+    QtButton(window::WindowRecord& window, QAbstractButton& button, Ownership ownership)
         : QtWindow(window, button, ownership) {
         connect(&button, &QAbstractButton::clicked, this, [this] {
             if (IsReporting())
@@ -82,7 +82,7 @@ class QtButton final : public QtWindow, public window::NativeButton {
     QAbstractButton* Button() const { return qobject_cast<QAbstractButton*>(Widget()); }
 
     std::shared_ptr<QButtonGroup> GroupBefore() const {
-        const HWND own = &GetWindow();
+        window::WindowRecord* const own = &GetWindow();
         if (own->Parent() == nullptr || (own->Style() & WS_GROUP) != 0)
             return nullptr;
         const auto& siblings = own->Parent()->Children();
@@ -102,7 +102,7 @@ class QtButton final : public QtWindow, public window::NativeButton {
 
 class QtGroupBox final : public QtWindow {
   public:
-    QtGroupBox(window::Window& window, QGroupBox& box) : QtWindow(window, box, Ownership::Ours) {}
+    QtGroupBox(window::WindowRecord& window, QGroupBox& box) : QtWindow(window, box, Ownership::Ours) {}
 
     void SetText(std::string_view text) override {
         if (auto* const box = qobject_cast<QGroupBox*>(Widget()); box != nullptr)
@@ -119,7 +119,7 @@ class QtGroupBox final : public QtWindow {
 
 }  // namespace
 
-std::unique_ptr<QtWindow> MakeButton(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> MakeButton(window::WindowRecord& window, const window::WindowRequest& request) {
     QWidget* const parent = ParentWidget(request);
     if (KindOf(request.style) == BS_GROUPBOX) {
         auto* const box = new QGroupBox(parent);
@@ -135,7 +135,7 @@ std::unique_ptr<QtWindow> MakeButton(window::Window& window, const window::Windo
     return made;
 }
 
-std::unique_ptr<QtWindow> AttachButton(window::Window& window, QAbstractButton& widget) {
+std::unique_ptr<QtWindow> AttachButton(window::WindowRecord& window, QAbstractButton& widget) {
     return std::make_unique<QtButton>(window, widget, QtWindow::Ownership::Hosts);
 }
 

@@ -1,9 +1,9 @@
-#include "framework/qt/capture.h"
+#include "kortavin/qt/capture.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
 
-#include "framework/qt/window.h"
+#include "kortavin/qt/window.h"
 
 namespace kortavin::qt {
 namespace {

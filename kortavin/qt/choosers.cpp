@@ -1,4 +1,4 @@
-#include "framework/qt/choosers.h"
+#include "kortavin/qt/choosers.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -13,10 +13,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/qt/colors.h"
-#include "framework/qt/text.h"
-#include "framework/window/messagebox.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/qt/colors.h"
+#include "kortavin/qt/text.h"
+#include "kortavin/window/messagebox.h"
 
 namespace kortavin::qt {
 namespace {
@@ -39,27 +39,27 @@ class ModalBox {
 };
 
 void NameButtons(QDialog& box) {
-    constexpr std::pair<QDialogButtonBox::StandardButton, resources::TextId> kNames[] = {
-        {QDialogButtonBox::Ok, resources::TextId::Ok},
-        {QDialogButtonBox::Cancel, resources::TextId::Cancel},
+    constexpr std::pair<QDialogButtonBox::StandardButton, base::TextId> kNames[] = {
+        {QDialogButtonBox::Ok, base::TextId::Ok},
+        {QDialogButtonBox::Cancel, base::TextId::Cancel},
     };
     const auto* buttons = box.findChild<QDialogButtonBox*>();
     for (const auto& [which, text] : kNames)
         if (QPushButton* button = buttons == nullptr ? nullptr : buttons->button(which))
-            button->setText(ToQt(resources::Text(text)));
+            button->setText(ToQt(base::Text(text)));
 }
 
-void NameLabels(QFileDialog& box, resources::TextId accept) {
-    const std::pair<QFileDialog::DialogLabel, resources::TextId> names[] = {
+void NameLabels(QFileDialog& box, base::TextId accept) {
+    const std::pair<QFileDialog::DialogLabel, base::TextId> names[] = {
         {QFileDialog::Accept, accept},
-        {QFileDialog::Reject, resources::TextId::Cancel},
-        {QFileDialog::FileName, resources::TextId::FileName},
-        {QFileDialog::FileType, resources::TextId::FileType},
-        {QFileDialog::LookIn, resources::TextId::LookIn},
+        {QFileDialog::Reject, base::TextId::Cancel},
+        {QFileDialog::FileName, base::TextId::FileName},
+        {QFileDialog::FileType, base::TextId::FileType},
+        {QFileDialog::LookIn, base::TextId::LookIn},
     };
     for (const auto& [which, text] : names)
-        box.setLabelText(which, ToQt(resources::Text(text)));
-    box.setWindowTitle(ToQt(resources::Text(accept)));
+        box.setLabelText(which, ToQt(base::Text(text)));
+    box.setWindowTitle(ToQt(base::Text(accept)));
 }
 
 // Without a dot a file is one of "*.*" too. Qt reads patterns of ASCII only; "?" stands for the rest.
@@ -137,7 +137,7 @@ std::optional<CString> ChooseFile(const window::FileRequest& request, QWidget* p
     box->setAcceptMode(request.forOpening ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     box->setFileMode(request.forOpening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     box->setDefaultSuffix(ToQt(request.defaultExtension.View()));
-    NameLabels(*box, request.forOpening ? resources::TextId::OpenFile : resources::TextId::SaveFile);
+    NameLabels(*box, request.forOpening ? base::TextId::OpenFile : base::TextId::SaveFile);
     SetFilters(*box, request.filters);
     if (!request.initialName.IsEmpty())
         box->selectFile(QFile::decodeName(SystemBytes(request.initialName)));

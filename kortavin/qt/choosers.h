@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "framework/window/toolkit.h"
+#include "kortavin/window/toolkit.h"
 
 // Modal boxes. `parent`: null for the active window.
 namespace kortavin::qt {

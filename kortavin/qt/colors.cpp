@@ -1,4 +1,4 @@
-#include "framework/qt/colors.h"
+#include "kortavin/qt/colors.h"
 
 #include <QApplication>
 #include <QPalette>

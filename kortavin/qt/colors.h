@@ -2,7 +2,7 @@
 
 #include <QColor>
 
-#include "framework/window/metrics.h"
+#include "kortavin/window/metrics.h"
 
 namespace kortavin::qt {
 

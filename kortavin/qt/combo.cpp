@@ -1,4 +1,4 @@
-#include "framework/qt/combo.h"
+#include "kortavin/qt/combo.h"
 
 #include <QAbstractItemView>
 #include <QEvent>
@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/qt/comboaccess.h"
-#include "framework/qt/font.h"
+#include "kortavin/qt/comboaccess.h"
+#include "kortavin/qt/font.h"
 
 namespace kortavin::qt {
 namespace {
@@ -45,7 +45,7 @@ void MakeEditable(QComboBox& combo) {
 
 }  // namespace
 
-QtCombo::QtCombo(window::Window& window, QComboBox& combo, Ownership ownership)
+QtCombo::QtCombo(window::WindowRecord& window, QComboBox& combo, Ownership ownership)
     : QtWindow(window, combo, ownership),
       m_isOurs(ownership == Ownership::Ours),
       m_former{combo.view()->itemDelegate(), combo.completer(),
@@ -251,7 +251,7 @@ bool QtCombo::IsListOpen() const {
     return combo != nullptr && combo->view()->isVisible();
 }
 
-std::unique_ptr<window::NativeWindow> QtCombo::MakeEditField(window::Window& field) {
+std::unique_ptr<window::NativeWindow> QtCombo::MakeEditField(window::WindowRecord& field) {
     const QComboBox* const combo = Combo();
     if (combo == nullptr || !combo->isEditable())
         return nullptr;
@@ -265,7 +265,7 @@ QtWindow& QtCombo::KeyReceiver() {
     return m_field != nullptr ? static_cast<QtWindow&>(*m_field) : *this;
 }
 
-std::unique_ptr<QtWindow> MakeCombo(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> MakeCombo(window::WindowRecord& window, const window::WindowRequest& request) {
     auto* const combo = new QComboBox(ParentWidget(request));
     combo->hide();
     if ((request.style & CBS_DROPDOWNLIST) == CBS_DROPDOWN)
@@ -273,7 +273,7 @@ std::unique_ptr<QtWindow> MakeCombo(window::Window& window, const window::Window
     return std::make_unique<QtCombo>(window, *combo, QtWindow::Ownership::Ours);
 }
 
-std::unique_ptr<QtWindow> AttachCombo(window::Window& window, QComboBox& widget) {
+std::unique_ptr<QtWindow> AttachCombo(window::WindowRecord& window, QComboBox& widget) {
     auto combo = std::make_unique<QtCombo>(window, widget, QtWindow::Ownership::Hosts);
     combo->TakeFont();
     return combo;

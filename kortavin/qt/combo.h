@@ -4,10 +4,10 @@
 #include <QCompleter>
 #include <memory>
 
-#include "framework/qt/combodelegate.h"
-#include "framework/qt/combofield.h"
-#include "framework/qt/window.h"
-#include "framework/window/styles.h"
+#include "kortavin/qt/combodelegate.h"
+#include "kortavin/qt/combofield.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/styles.h"
 
 namespace kortavin::qt {
 
@@ -15,7 +15,7 @@ namespace kortavin::qt {
 // the user changes it.
 class QtCombo final : public QtWindow, public window::NativeCombo {
   public:
-    QtCombo(window::Window& window, QComboBox& combo, Ownership ownership);
+    QtCombo(window::WindowRecord& window, QComboBox& combo, Ownership ownership);
     ~QtCombo() override;
 
     window::NativeCombo* AsCombo() override { return this; }
@@ -39,7 +39,7 @@ class QtCombo final : public QtWindow, public window::NativeCombo {
     bool IsListOpen() const override;
     void SetItemAccessibleName(int index, std::string_view name) override;
     void SetEditSelection(int first, int last) override;
-    std::unique_ptr<window::NativeWindow> MakeEditField(window::Window& field) override;
+    std::unique_ptr<window::NativeWindow> MakeEditField(window::WindowRecord& field) override;
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

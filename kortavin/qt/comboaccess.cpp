@@ -1,10 +1,10 @@
-#include "framework/qt/comboaccess.h"
+#include "kortavin/qt/comboaccess.h"
 
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
 #include <QLineEdit>
 
-#include "framework/qt/accessibletable.h"
+#include "kortavin/qt/accessibletable.h"
 
 namespace kortavin::qt {
 namespace {

@@ -1,13 +1,13 @@
-#include "framework/qt/combodelegate.h"
+#include "kortavin/qt/combodelegate.h"
 
 #include <QPainter>
 #include <memory>
 
-#include "framework/qt/colors.h"
-#include "framework/qt/geometry.h"
-#include "framework/qt/painter.h"
-#include "framework/qt/window.h"
-#include "framework/window/dc.h"
+#include "kortavin/qt/colors.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/qt/painter.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/dc.h"
 
 namespace kortavin::qt {
 namespace {
@@ -23,8 +23,8 @@ UINT ItemState(QStyle::State state) {
 
 }  // namespace
 
-void DrawComboItem(window::Window& control, QPainter& painter, const QPalette& palette, const QRect& rect,
-                   int item, UINT state) {
+void DrawComboItem(window::WindowRecord& control, QPainter& painter, const QPalette& palette,
+                   const QRect& rect, int item, UINT state) {
     static_cast<QtWindow&>(control.Native()).GuardPainting(item, [&] {
         CDC dc(std::make_unique<QtPainter>(painter, rect), &control.Font());
         dc.SetTextColor(FromQt(palette.color(QPalette::Text)));

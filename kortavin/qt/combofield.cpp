@@ -1,13 +1,13 @@
-#include "framework/qt/combofield.h"
+#include "kortavin/qt/combofield.h"
 
 #include <QEvent>
 #include <QLineEdit>
 
-#include "framework/qt/combo.h"
+#include "kortavin/qt/combo.h"
 
 namespace kortavin::qt {
 
-ComboField::ComboField(window::Window& window, QtCombo& combo, QLineEdit& edit)
+ComboField::ComboField(window::WindowRecord& window, QtCombo& combo, QLineEdit& edit)
     : QtLineEdit(window, edit, Ownership::Part), m_combo(combo) {}
 
 bool ComboField::IsConcernedBy(const QEvent& event) {

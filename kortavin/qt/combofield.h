@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/qt/edit.h"
+#include "kortavin/qt/edit.h"
 
 namespace kortavin::qt {
 
@@ -10,7 +10,7 @@ class QtCombo;
 // too: that hands them over, and what the field leaves to its widget is the combo box's own again.
 class ComboField final : public QtLineEdit {
   public:
-    ComboField(window::Window& window, QtCombo& combo, QLineEdit& edit);
+    ComboField(window::WindowRecord& window, QtCombo& combo, QLineEdit& edit);
 
     static bool IsConcernedBy(const QEvent& event);
     bool TakeEvent(QEvent& event);  // true: the combo box has nothing left to do

@@ -1,8 +1,8 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
-#include "framework/qt/combo.h"
-#include "framework/qt/comboaccess.h"
+#include "kortavin/qt/combo.h"
+#include "kortavin/qt/comboaccess.h"
 
 // The items of a combo box and the text of its edit field.
 namespace kortavin::qt {

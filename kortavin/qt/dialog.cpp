@@ -1,12 +1,12 @@
-#include "framework/qt/dialog.h"
+#include "kortavin/qt/dialog.h"
 
 #include <QDialog>
 #include <QKeyEvent>
 #include <QPushButton>
 
-#include "framework/qt/choosers.h"
-#include "framework/window/messagebox.h"
-#include "framework/window/styles.h"
+#include "kortavin/qt/choosers.h"
+#include "kortavin/window/messagebox.h"
+#include "kortavin/window/styles.h"
 
 namespace kortavin::qt {
 namespace {
@@ -55,7 +55,7 @@ Qt::WindowFlags FlagsOf(DWORD style) {
 
 }  // namespace
 
-QtDialog::QtDialog(window::Window& window, const window::WindowRequest& request)
+QtDialog::QtDialog(window::WindowRecord& window, const window::WindowRequest& request)
     : QtWindow(window, *new DialogWidget(WindowBelowBox(ParentWidget(request)), FlagsOf(request.style)),
                Ownership::Ours) {
     Widget()->setWindowModality(Qt::ApplicationModal);

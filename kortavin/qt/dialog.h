@@ -2,7 +2,7 @@
 
 #include <QEventLoop>
 
-#include "framework/qt/window.h"
+#include "kortavin/qt/window.h"
 
 namespace kortavin::qt {
 
@@ -10,7 +10,7 @@ namespace kortavin::qt {
 // cancel.
 class QtDialog : public QtWindow {
   public:
-    QtDialog(window::Window& window, const window::WindowRequest& request);
+    QtDialog(window::WindowRecord& window, const window::WindowRequest& request);
     ~QtDialog() override;
 
     // Qt puts it in the middle when it first shows.

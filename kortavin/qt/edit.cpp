@@ -1,8 +1,8 @@
-#include "framework/qt/edit.h"
+#include "kortavin/qt/edit.h"
 
 #include <algorithm>
 
-#include "framework/window/edit.h"
+#include "kortavin/window/edit.h"
 
 namespace kortavin::qt {
 

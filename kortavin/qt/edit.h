@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/qt/window.h"
+#include "kortavin/qt/window.h"
 
 class QLineEdit;
 
@@ -43,7 +43,7 @@ class QtEdit : public QtWindow {
 
 class QtLineEdit : public QtEdit {
   public:
-    QtLineEdit(window::Window& window, QLineEdit& edit, Ownership ownership);
+    QtLineEdit(window::WindowRecord& window, QLineEdit& edit, Ownership ownership);
 
   protected:
     QString ShownText() const override;

@@ -9,14 +9,14 @@
 #include <exception>
 #include <utility>
 
-#include "framework/qt/accessibletable.h"
-#include "framework/qt/capture.h"
-#include "framework/qt/geometry.h"
-#include "framework/qt/keys.h"
-#include "framework/qt/mouse.h"
-#include "framework/qt/reportedevent.h"
-#include "framework/qt/window.h"
-#include "framework/window/keys.h"
+#include "kortavin/qt/accessibletable.h"
+#include "kortavin/qt/capture.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/qt/keys.h"
+#include "kortavin/qt/mouse.h"
+#include "kortavin/qt/reportedevent.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/keys.h"
 
 namespace kortavin::qt {
 namespace {

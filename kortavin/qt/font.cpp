@@ -1,4 +1,4 @@
-#include "framework/qt/font.h"
+#include "kortavin/qt/font.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -8,8 +8,8 @@
 #include <cmath>
 #include <string_view>
 
-#include "framework/base/codepage.h"
-#include "framework/qt/text.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/qt/text.h"
 
 namespace kortavin::qt {
 namespace {

@@ -4,7 +4,7 @@
 #include <QFontMetrics>
 #include <array>
 
-#include "framework/window/toolkit.h"
+#include "kortavin/window/toolkit.h"
 
 namespace kortavin::qt {
 

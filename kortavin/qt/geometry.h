@@ -3,7 +3,7 @@
 #include <QPoint>
 #include <QRect>
 
-#include "framework/base/geometry.h"
+#include "kortavin/base/geometry.h"
 
 namespace kortavin::qt {
 

@@ -5,10 +5,10 @@
 #include <optional>
 #include <utility>
 
-#include "framework/qt/keys.h"
-#include "framework/qt/reportedevent.h"
-#include "framework/qt/window.h"
-#include "framework/window/keys.h"
+#include "kortavin/qt/keys.h"
+#include "kortavin/qt/reportedevent.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/keys.h"
 
 namespace kortavin::qt {
 namespace {
@@ -16,17 +16,17 @@ namespace {
 // Which window a key went down in, by the key's place on the keyboard where the platform tells it.
 class PressedKeys {
   public:
-    static void Press(const QKeyEvent& event, const window::Window& window) {
+    static void Press(const QKeyEvent& event, const window::WindowRecord& window) {
         Places()[PlaceOf(event)] = &window;
     }
-    static bool Release(const QKeyEvent& event, const window::Window& window) {
+    static bool Release(const QKeyEvent& event, const window::WindowRecord& window) {
         const auto found = Places().find(PlaceOf(event));
         const bool isHere = found != Places().end() && found->second == &window;
         if (found != Places().end())
             Places().erase(found);
         return isHere;
     }
-    static void Forget(const window::Window& window) {
+    static void Forget(const window::WindowRecord& window) {
         std::erase_if(Places(), [&window](const auto& place) { return place.second == &window; });
     }
 
@@ -34,8 +34,8 @@ class PressedKeys {
     static quint32 PlaceOf(const QKeyEvent& event) {
         return event.nativeScanCode() != 0 ? event.nativeScanCode() : static_cast<quint32>(event.key());
     }
-    static std::map<quint32, const window::Window*>& Places() {
-        static auto* places = new std::map<quint32, const window::Window*>;
+    static std::map<quint32, const window::WindowRecord*>& Places() {
+        static auto* places = new std::map<quint32, const window::WindowRecord*>;
         return *places;
     }
 };

@@ -1,12 +1,12 @@
-#include "framework/qt/keys.h"
+#include "kortavin/qt/keys.h"
 
 #include <algorithm>
 #include <array>
 #include <string>
 
-#include "framework/base/codepage.h"
-#include "framework/qt/text.h"
-#include "framework/window/keys.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/qt/text.h"
+#include "kortavin/window/keys.h"
 
 namespace kortavin::qt {
 namespace {

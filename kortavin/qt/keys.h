@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "framework/base/cstring.h"
-#include "framework/window/messagemap.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/window/messagemap.h"
 
 namespace kortavin::qt {
 

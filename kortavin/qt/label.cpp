@@ -1,8 +1,8 @@
 #include <QLabel>
 #include <memory>
 
-#include "framework/qt/window.h"
-#include "framework/window/styles.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/styles.h"
 
 namespace kortavin::qt {
 namespace {
@@ -21,7 +21,7 @@ Qt::Alignment AlignmentOf(DWORD style) {
 // A label that shows a plain text. Without a buddy, Qt takes `&` for a plain character too.
 class QtLabel final : public QtWindow {
   public:
-    QtLabel(window::Window& window, QLabel& label, Ownership ownership)
+    QtLabel(window::WindowRecord& window, QLabel& label, Ownership ownership)
         : QtWindow(window, label, ownership) {}
 
     void SetText(std::string_view text) override {
@@ -41,7 +41,7 @@ class QtLabel final : public QtWindow {
 
 }  // namespace
 
-std::unique_ptr<QtWindow> MakeLabel(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> MakeLabel(window::WindowRecord& window, const window::WindowRequest& request) {
     auto* const label = new QLabel(ParentWidget(request));
     label->hide();
     label->setAlignment(AlignmentOf(request.style));
@@ -49,7 +49,7 @@ std::unique_ptr<QtWindow> MakeLabel(window::Window& window, const window::Window
     return std::make_unique<QtLabel>(window, *label, QtWindow::Ownership::Ours);
 }
 
-std::unique_ptr<QtWindow> AttachLabel(window::Window& window, QWidget& widget) {
+std::unique_ptr<QtWindow> AttachLabel(window::WindowRecord& window, QWidget& widget) {
     if (auto* const label = qobject_cast<QLabel*>(&widget); label != nullptr)
         return std::make_unique<QtLabel>(window, *label, QtWindow::Ownership::Hosts);
     return std::make_unique<QtWindow>(window, widget, QtWindow::Ownership::Hosts);

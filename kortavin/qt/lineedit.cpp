@@ -4,8 +4,8 @@
 #include <climits>
 #include <memory>
 
-#include "framework/qt/edit.h"
-#include "framework/window/edit.h"
+#include "kortavin/qt/edit.h"
+#include "kortavin/window/edit.h"
 
 namespace kortavin::qt {
 namespace {
@@ -65,7 +65,7 @@ void PrepareLine(QLineEdit& edit) {
     new LineKeeper(edit);  // the edit's
 }
 
-QtLineEdit::QtLineEdit(window::Window& window, QLineEdit& edit, Ownership ownership)
+QtLineEdit::QtLineEdit(window::WindowRecord& window, QLineEdit& edit, Ownership ownership)
     : QtEdit(window, edit, ownership) {
     connect(&edit, &QLineEdit::textEdited, this, [this] { Notify(EN_CHANGE); });
 }
@@ -100,7 +100,7 @@ void QtLineEdit::Select(const Range& range) {
         edit->setSelection(range.first, range.last - range.first);
 }
 
-std::unique_ptr<QtWindow> MakeLineEdit(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> MakeLineEdit(window::WindowRecord& window, const window::WindowRequest& request) {
     auto* const edit = new QLineEdit(ParentWidget(request));
     edit->hide();
     edit->setFrame((request.style & WS_BORDER) != 0);
@@ -112,7 +112,7 @@ std::unique_ptr<QtWindow> MakeLineEdit(window::Window& window, const window::Win
     return std::make_unique<QtLineEdit>(window, *edit, QtWindow::Ownership::Ours);
 }
 
-std::unique_ptr<QtWindow> AttachLineEdit(window::Window& window, QLineEdit& widget) {
+std::unique_ptr<QtWindow> AttachLineEdit(window::WindowRecord& window, QLineEdit& widget) {
     return std::make_unique<QtLineEdit>(window, widget, QtWindow::Ownership::Hosts);
 }
 

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "framework/qt/scrollbars.h"
-#include "framework/qt/window.h"
-#include "framework/window/styles.h"
+#include "kortavin/qt/scrollbars.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/styles.h"
 
 namespace kortavin::qt {
 namespace {
@@ -152,7 +152,7 @@ class ListView : public QListView {
 
 class QtListBox final : public QtWindow, public window::NativeList {
   public:
-    QtListBox(window::Window& window, ListView& list) : QtWindow(window, list, Ownership::Ours) {
+    QtListBox(window::WindowRecord& window, ListView& list) : QtWindow(window, list, Ownership::Ours) {
         if ((window.Style() & LBS_NOTIFY) == 0)
             return;
         const auto notify = [self = QPointer<QtListBox>(this)](WORD code) {
@@ -216,7 +216,7 @@ class QtListBox final : public QtWindow, public window::NativeList {
 
 }  // namespace
 
-std::unique_ptr<QtWindow> MakeListBox(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> MakeListBox(window::WindowRecord& window, const window::WindowRequest& request) {
     auto* const list = new ListView(ParentWidget(request), request.style);
     list->hide();
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);

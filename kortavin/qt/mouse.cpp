@@ -1,12 +1,12 @@
-#include "framework/qt/mouse.h"
+#include "kortavin/qt/mouse.h"
 
 #include <QWheelEvent>
 #include <QWidget>
 #include <algorithm>
 #include <array>
 
-#include "framework/qt/geometry.h"
-#include "framework/window/keys.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/window/keys.h"
 
 namespace kortavin::qt {
 namespace {

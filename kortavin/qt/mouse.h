@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-#include "framework/window/messagemap.h"
+#include "kortavin/window/messagemap.h"
 
 class QWidget;
 

@@ -1,15 +1,15 @@
-#include "framework/qt/painter.h"
+#include "kortavin/qt/painter.h"
 
 #include <QImage>
 #include <QPen>
 #include <algorithm>
 #include <cmath>
 
-#include "framework/qt/colors.h"
-#include "framework/qt/font.h"
-#include "framework/qt/geometry.h"
-#include "framework/qt/text.h"
-#include "framework/window/strokes.h"
+#include "kortavin/qt/colors.h"
+#include "kortavin/qt/font.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/qt/text.h"
+#include "kortavin/window/strokes.h"
 
 namespace kortavin::qt {
 namespace {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "framework/window/toolkit.h"
+#include "kortavin/window/toolkit.h"
 
 namespace kortavin::qt {
 

@@ -1,4 +1,4 @@
-#include "framework/qt/platform.h"
+#include "kortavin/qt/platform.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -15,14 +15,14 @@
 #include <string>
 #include <utility>
 
-#include "framework/base/codepage.h"
-#include "framework/base/exception.h"
-#include "resources/texts.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/base/texts.h"
 
 namespace kortavin::qt {
 namespace {
 
-using resources::TextId;
+using base::TextId;
 
 [[noreturn]] void ThrowNoPlatform(TextId reason, const QByteArray& subject) {
     CString text;

@@ -1,4 +1,4 @@
-#include "framework/qt/qttoolkit.h"
+#include "kortavin/qt/qttoolkit.h"
 
 #include <QClipboard>
 #include <QCursor>
@@ -9,21 +9,21 @@
 #include <string>
 #include <utility>
 
-#include "framework/qt/accessibletable.h"
-#include "framework/qt/application.h"
-#include "framework/qt/capture.h"
-#include "framework/qt/choosers.h"
-#include "framework/qt/colors.h"
-#include "framework/qt/dialog.h"
-#include "framework/qt/font.h"
-#include "framework/qt/geometry.h"
-#include "framework/qt/translation.h"
-#include "framework/qt/window.h"
-#include "framework/window/edit.h"
-#include "framework/window/keys.h"
-#include "framework/window/messagebox.h"
-#include "framework/window/styles.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/qt/accessibletable.h"
+#include "kortavin/qt/application.h"
+#include "kortavin/qt/capture.h"
+#include "kortavin/qt/choosers.h"
+#include "kortavin/qt/colors.h"
+#include "kortavin/qt/dialog.h"
+#include "kortavin/qt/font.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/qt/translation.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/edit.h"
+#include "kortavin/window/keys.h"
+#include "kortavin/window/messagebox.h"
+#include "kortavin/window/styles.h"
 
 namespace kortavin::qt {
 namespace {
@@ -43,7 +43,7 @@ bool LiesOnTabs(const CRect& rect, const QWidget* parent) {
                                [&rect](const auto* each) { return each->geometry().contains(ToQt(rect)); });
 }
 
-std::unique_ptr<QtWindow> MakePlain(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> MakePlain(window::WindowRecord& window, const window::WindowRequest& request) {
     QWidget* const parent = ParentWidget(request);
     auto* const frame = new QFrame(parent);
     frame->setFocusPolicy(Qt::TabFocus);
@@ -54,7 +54,7 @@ std::unique_ptr<QtWindow> MakePlain(window::Window& window, const window::Window
     return std::make_unique<QtWindow>(window, *frame, QtWindow::Ownership::Ours);
 }
 
-std::unique_ptr<QtWindow> Make(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> Make(window::WindowRecord& window, const window::WindowRequest& request) {
     switch (request.kind) {
         case window::WindowKind::Dialog:
             return std::make_unique<QtDialog>(window, request);
@@ -113,7 +113,7 @@ void QtToolkit::Prepare() {
 }
 
 std::unique_ptr<window::NativeWindow> QtToolkit::MakeWindow(const window::WindowRequest& request,
-                                                            window::Window& window) {
+                                                            window::WindowRecord& window) {
     Prepare();
     auto made = Make(window, request);
     made->Begin(request);
@@ -202,14 +202,14 @@ int QtToolkit::ShowMessageBox(std::string_view text, UINT /*type*/, window::Nati
 
 std::optional<COLORREF> QtToolkit::ChooseColor(const window::ColorRequest& request) {
     if (QCoreApplication::closingDown())
-        throw CResourceException(resources::Text(resources::TextId::NoColorChooser));
+        throw CResourceException(base::Text(base::TextId::NoColorChooser));
     Prepare();
     return qt::ChooseColor(request, WidgetOf(request.parent));
 }
 
 std::optional<CString> QtToolkit::ChooseFile(const window::FileRequest& request) {
     if (QCoreApplication::closingDown())
-        throw CResourceException(resources::Text(resources::TextId::NoFileChooser));
+        throw CResourceException(base::Text(base::TextId::NoFileChooser));
     Prepare();
     return qt::ChooseFile(request, WidgetOf(request.parent));
 }
@@ -224,7 +224,7 @@ void QtToolkit::OnFocusChanged(const QWidget* former, const QWidget* now) {
     if (FocusByProgram::IsUnderWay() || (now == nullptr && QApplication::activePopupWidget() != nullptr) ||
         (now != nullptr && now->window()->windowType() == Qt::Popup))
         return;
-    const HWND holder = window::FocusWindow();
+    window::WindowRecord* const holder = window::FocusWindow();
     if (QtWindow* const gainer = QtWindow::Of(now); gainer != nullptr)
         window::ReportFocus(&gainer->KeyReceiver().GetWindow());
     else if (const QWidget* const widget =

@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <map>
 
-#include "framework/window/window.h"
+#include "kortavin/window/windowrecord.h"
 
 namespace kortavin::qt {
 
@@ -22,7 +22,7 @@ class QtToolkit : public QObject, public window::Toolkit {
     static QtToolkit* Current();
 
     std::unique_ptr<window::NativeWindow> MakeWindow(const window::WindowRequest& request,
-                                                     window::Window& window) override;
+                                                     window::WindowRecord& window) override;
     std::shared_ptr<const window::NativeFont> MakeFont(const LOGFONT& description) override;
     LOGFONT MessageBoxFont() const override;
     COLORREF SystemColor(int index) const override;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/base/export.h"
-#include "framework/window/wnd.h"
+#include "kortavin/base/export.h"
+#include "kortavin/window/wnd.h"
 
 class QWidget;
 

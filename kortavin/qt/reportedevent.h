@@ -2,7 +2,7 @@
 
 #include <QEvent>
 
-#include "framework/qt/window.h"
+#include "kortavin/qt/window.h"
 
 namespace kortavin::qt {
 

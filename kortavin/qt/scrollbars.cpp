@@ -1,4 +1,4 @@
-#include "framework/qt/scrollbars.h"
+#include "kortavin/qt/scrollbars.h"
 
 #include <QCoreApplication>
 #include <QSignalBlocker>
@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/qt/application.h"
+#include "kortavin/qt/application.h"
 
 namespace kortavin::qt {
 namespace {
@@ -45,7 +45,7 @@ int Thickness(const QWidget& widget) {
 
 }  // namespace
 
-ScrollBars::ScrollBars(QWidget& widget, window::Window& window)
+ScrollBars::ScrollBars(QWidget& widget, window::WindowRecord& window)
     : m_widget(widget), m_window(window), m_corner(new QWidget(&widget)) {
     m_corner->setAutoFillBackground(true);
     m_corner->hide();

@@ -5,7 +5,7 @@
 #include <QScrollBar>
 #include <array>
 
-#include "framework/window/window.h"
+#include "kortavin/window/windowrecord.h"
 
 namespace kortavin::qt {
 
@@ -13,7 +13,7 @@ namespace kortavin::qt {
 // by messages and move when the window sets their position; only the thumb follows the pointer by itself.
 class ScrollBars : public QObject {
   public:
-    ScrollBars(QWidget& widget, window::Window& window);
+    ScrollBars(QWidget& widget, window::WindowRecord& window);
     ~ScrollBars() override;
 
     void Set(int bar, const window::ScrollState& state);
@@ -40,7 +40,7 @@ class ScrollBars : public QObject {
     void Request(int bar, UINT request);
 
     QWidget& m_widget;
-    window::Window& m_window;
+    window::WindowRecord& m_window;
     std::array<Bar, 2> m_bars;
     QPointer<QWidget> m_corner;  // between the ends of both
 };

@@ -6,9 +6,9 @@
 #include <QTabWidget>
 #include <memory>
 
-#include "framework/qt/geometry.h"
-#include "framework/qt/window.h"
-#include "framework/window/styles.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/qt/window.h"
+#include "kortavin/window/styles.h"
 
 namespace kortavin::qt {
 namespace {
@@ -28,7 +28,7 @@ QRect PaneOf(const QTabWidget& tabs, QSize size) {
 // Tabs whose own pages stay empty: they draw the bar and the frame. The keys and the focus are the bar's.
 class QtTabs final : public QtWindow, public window::NativeTabs {
   public:
-    QtTabs(window::Window& window, QTabWidget& tabs) : QtWindow(window, tabs, Ownership::Ours) {
+    QtTabs(window::WindowRecord& window, QTabWidget& tabs) : QtWindow(window, tabs, Ownership::Ours) {
         AddPart(*tabs.tabBar());
         connect(&tabs, &QTabWidget::currentChanged, this, [this] {
             if (IsReporting())
@@ -90,7 +90,7 @@ class QtTabs final : public QtWindow, public window::NativeTabs {
 
 }  // namespace
 
-std::unique_ptr<QtWindow> MakeTabs(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> MakeTabs(window::WindowRecord& window, const window::WindowRequest& request) {
     auto* const tabs = new QTabWidget(ParentWidget(request));
     tabs->hide();
     tabs->lower();  // the pages lie over it

@@ -1,8 +1,8 @@
-#include "framework/qt/text.h"
+#include "kortavin/qt/text.h"
 
 #include <algorithm>
 
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 namespace kortavin::qt {
 namespace {

@@ -3,7 +3,7 @@
 #include <QString>
 #include <string_view>
 
-#include "framework/base/cstring.h"
+#include "kortavin/base/cstring.h"
 
 // The border between the library's GBK bytes and Qt's text. What was decoded to be shown is never encoded
 // again: whoever has to give a text back keeps its bytes (KeptText).

@@ -3,9 +3,9 @@
 #include <memory>
 #include <utility>
 
-#include "framework/qt/edit.h"
-#include "framework/qt/scrollbars.h"
-#include "framework/window/edit.h"
+#include "kortavin/qt/edit.h"
+#include "kortavin/qt/scrollbars.h"
+#include "kortavin/window/edit.h"
 
 namespace kortavin::qt {
 namespace {
@@ -35,7 +35,7 @@ class TextBox : public QPlainTextEdit {
 
 class QtTextEdit final : public QtEdit {
   public:
-    QtTextEdit(window::Window& window, QPlainTextEdit& edit, Ownership ownership)
+    QtTextEdit(window::WindowRecord& window, QPlainTextEdit& edit, Ownership ownership)
         : QtEdit(window, edit, ownership), m_seen(ShownText()) {
         connect(&edit, &QPlainTextEdit::textChanged, this, [this] { OnTextChanged(); });
     }
@@ -115,14 +115,14 @@ void SetStyle(QPlainTextEdit& edit, DWORD style) {
 
 }  // namespace
 
-std::unique_ptr<QtWindow> MakeTextEdit(window::Window& window, const window::WindowRequest& request) {
+std::unique_ptr<QtWindow> MakeTextEdit(window::WindowRecord& window, const window::WindowRequest& request) {
     auto* const edit = new TextBox(ParentWidget(request), (request.style & ES_WANTRETURN) != 0);
     edit->hide();
     SetStyle(*edit, request.style);
     return std::make_unique<QtTextEdit>(window, *edit, QtWindow::Ownership::Ours);
 }
 
-std::unique_ptr<QtWindow> AttachTextEdit(window::Window& window, QPlainTextEdit& widget) {
+std::unique_ptr<QtWindow> AttachTextEdit(window::WindowRecord& window, QPlainTextEdit& widget) {
     return std::make_unique<QtTextEdit>(window, widget, QtWindow::Ownership::Hosts);
 }
 

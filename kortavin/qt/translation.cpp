@@ -1,4 +1,4 @@
-#include "framework/qt/translation.h"
+#include "kortavin/qt/translation.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>

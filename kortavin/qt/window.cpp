@@ -1,4 +1,4 @@
-#include "framework/qt/window.h"
+#include "kortavin/qt/window.h"
 
 #include <QApplication>
 #include <QTimerEvent>
@@ -7,13 +7,13 @@
 #include <unordered_map>
 #include <utility>
 
-#include "framework/qt/accessibletable.h"
-#include "framework/qt/application.h"
-#include "framework/qt/capture.h"
-#include "framework/qt/font.h"
-#include "framework/qt/geometry.h"
-#include "framework/qt/qttoolkit.h"
-#include "framework/window/styles.h"
+#include "kortavin/qt/accessibletable.h"
+#include "kortavin/qt/application.h"
+#include "kortavin/qt/capture.h"
+#include "kortavin/qt/font.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/qt/qttoolkit.h"
+#include "kortavin/window/styles.h"
 
 namespace kortavin::qt {
 namespace {
@@ -37,15 +37,15 @@ void TakeAway(QWidget& widget) {
     widget.deleteLater();
 }
 
-Qt::CursorShape ToQt(window::CursorShape shape) {
+Qt::CursorShape ToQt(window::PointerShape shape) {
     switch (shape) {
-        case window::CursorShape::SizeHorizontal:
+        case window::PointerShape::SizeHorizontal:
             return Qt::SizeHorCursor;
-        case window::CursorShape::SizeVertical:
+        case window::PointerShape::SizeVertical:
             return Qt::SizeVerCursor;
-        case window::CursorShape::Wait:
+        case window::PointerShape::Wait:
             return Qt::WaitCursor;
-        case window::CursorShape::Arrow:
+        case window::PointerShape::Arrow:
             break;
     }
     return Qt::ArrowCursor;
@@ -57,26 +57,26 @@ bool IsTabStop(const QWidget& widget) {
     return widget.focusPolicy() != Qt::NoFocus && (proxy == nullptr || widget.isAncestorOf(proxy));
 }
 
-const window::Window* RootOf(const window::Window& window) {
-    const window::Window* root = &window;
+const window::WindowRecord* RootOf(const window::WindowRecord& window) {
+    const window::WindowRecord* root = &window;
     while (root->Parent() != nullptr)
         root = root->Parent();
     return root;
 }
 
 // In the order of the tree, those in one top window with `widget`, which is being made for `made`.
-void CollectTabStops(const window::Window& from, const window::Window& made, QWidget& widget,
+void CollectTabStops(const window::WindowRecord& from, const window::WindowRecord& made, QWidget& widget,
                      std::vector<QWidget*>& stops) {
     QWidget* const own = &from == &made ? &widget : static_cast<QtWindow&>(from.Native()).Widget();
     if (own != nullptr && own->window() == widget.window() && IsTabStop(*own))
         stops.push_back(own);
-    for (const window::Window* const child : from.Children())
+    for (const window::WindowRecord* const child : from.Children())
         CollectTabStops(*child, made, widget, stops);
 }
 
 }  // namespace
 
-QtWindow::QtWindow(window::Window& window, QWidget& widget, Ownership ownership)
+QtWindow::QtWindow(window::WindowRecord& window, QWidget& widget, Ownership ownership)
     : m_window(window), m_widget(&widget), m_key(&widget), m_ownership(ownership) {
     WindowsByWidget()[m_key] = this;
     connect(&widget, &QObject::destroyed, this, [this] { OnWidgetGone(); });
@@ -242,7 +242,7 @@ CPoint QtWindow::LastPointer() const {
     return ClientToScreen(m_lastPointer);
 }
 
-void QtWindow::SetCursor(window::CursorShape shape) {
+void QtWindow::SetCursor(window::PointerShape shape) {
     if (m_widget != nullptr)
         m_widget->setCursor(ToQt(shape));
     m_wasCursorSet = true;

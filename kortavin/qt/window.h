@@ -10,10 +10,10 @@
 #include <set>
 #include <vector>
 
-#include "framework/qt/scrollbars.h"
-#include "framework/qt/text.h"
-#include "framework/window/messagemap.h"
-#include "framework/window/window.h"
+#include "kortavin/qt/scrollbars.h"
+#include "kortavin/qt/text.h"
+#include "kortavin/window/messagemap.h"
+#include "kortavin/window/windowrecord.h"
 
 class QAbstractButton;
 class QComboBox;
@@ -35,7 +35,7 @@ class QtWindow : public QObject, public window::NativeWindow {
     enum class Ownership { Ours, Hosts, Part };  // ours goes with the window, a part with its widget
 
     // Nothing is reported before Begin.
-    QtWindow(window::Window& window, QWidget& widget, Ownership ownership);
+    QtWindow(window::WindowRecord& window, QWidget& widget, Ownership ownership);
     ~QtWindow() override;
 
     // What every widget of ours is given from the request: text, font, place, state. Begins to report.
@@ -51,7 +51,7 @@ class QtWindow : public QObject, public window::NativeWindow {
     QWidget* FocusTarget() const;
     // The window to which the keys and the focus of this one's widget are reported.
     virtual QtWindow& KeyReceiver() { return *this; }
-    window::Window& GetWindow() const { return m_window; }
+    window::WindowRecord& GetWindow() const { return m_window; }
     // Of the innermost input event that is being reported; nothing when there is none.
     static std::optional<Qt::KeyboardModifiers> ModifiersOfEvent();
     // The client area in the widget: without border and scroll bars.
@@ -89,7 +89,7 @@ class QtWindow : public QObject, public window::NativeWindow {
     void SetCapture() override;
     void ReleaseCapture() override;
     void ConfinePointer(const std::optional<CRect>& rect) override;
-    void SetCursor(window::CursorShape shape) override;
+    void SetCursor(window::PointerShape shape) override;
 
     void StartTimer(UINT_PTR id, UINT milliseconds) override;
     void StopTimer(UINT_PTR id) override;
@@ -172,7 +172,7 @@ class QtWindow : public QObject, public window::NativeWindow {
     void ForgetKeys() const;
     void HandOwnEvent(const window::Message& message);
 
-    window::Window& m_window;
+    window::WindowRecord& m_window;
     QPointer<QWidget> m_widget;
     const QObject* m_key;             // what it was once it is gone
     const QObject* m_part = nullptr;  // the same; null: it has none
@@ -197,24 +197,24 @@ class QtWindow : public QObject, public window::NativeWindow {
 };
 
 // The window of a widget: one that only stands for it, where it has none. Null for null.
-HWND RequireWindowOf(QWidget* widget);
+window::WindowRecord* RequireWindowOf(QWidget* widget);
 
 // The widget of a request's parent; null without one.
 QWidget* ParentWidget(const window::WindowRequest& request);
 
 // The windows of controls. The first make a widget, hidden, in the request's parent, as the request's style
 // says; what all widgets have in common is left to Begin. The others are for a widget of the host.
-std::unique_ptr<QtWindow> MakeButton(window::Window& window, const window::WindowRequest& request);
-std::unique_ptr<QtWindow> MakeCombo(window::Window& window, const window::WindowRequest& request);
-std::unique_ptr<QtWindow> MakeLabel(window::Window& window, const window::WindowRequest& request);
-std::unique_ptr<QtWindow> MakeLineEdit(window::Window& window, const window::WindowRequest& request);
-std::unique_ptr<QtWindow> MakeTextEdit(window::Window& window, const window::WindowRequest& request);
-std::unique_ptr<QtWindow> MakeListBox(window::Window& window, const window::WindowRequest& request);
-std::unique_ptr<QtWindow> MakeTabs(window::Window& window, const window::WindowRequest& request);
-std::unique_ptr<QtWindow> AttachButton(window::Window& window, QAbstractButton& widget);
-std::unique_ptr<QtWindow> AttachCombo(window::Window& window, QComboBox& widget);
-std::unique_ptr<QtWindow> AttachLabel(window::Window& window, QWidget& widget);
-std::unique_ptr<QtWindow> AttachLineEdit(window::Window& window, QLineEdit& widget);
-std::unique_ptr<QtWindow> AttachTextEdit(window::Window& window, QPlainTextEdit& widget);
+std::unique_ptr<QtWindow> MakeButton(window::WindowRecord& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeCombo(window::WindowRecord& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeLabel(window::WindowRecord& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeLineEdit(window::WindowRecord& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeTextEdit(window::WindowRecord& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeListBox(window::WindowRecord& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> MakeTabs(window::WindowRecord& window, const window::WindowRequest& request);
+std::unique_ptr<QtWindow> AttachButton(window::WindowRecord& window, QAbstractButton& widget);
+std::unique_ptr<QtWindow> AttachCombo(window::WindowRecord& window, QComboBox& widget);
+std::unique_ptr<QtWindow> AttachLabel(window::WindowRecord& window, QWidget& widget);
+std::unique_ptr<QtWindow> AttachLineEdit(window::WindowRecord& window, QLineEdit& widget);
+std::unique_ptr<QtWindow> AttachTextEdit(window::WindowRecord& window, QPlainTextEdit& widget);
 
 }  // namespace kortavin::qt

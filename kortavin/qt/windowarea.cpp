@@ -4,9 +4,9 @@
 #include <cmath>
 #include <utility>
 
-#include "framework/qt/geometry.h"
-#include "framework/qt/painter.h"
-#include "framework/qt/window.h"
+#include "kortavin/qt/geometry.h"
+#include "kortavin/qt/painter.h"
+#include "kortavin/qt/window.h"
 
 // Where a window lies, how large it is, and what is painted and scrolled in it.
 namespace kortavin::qt {

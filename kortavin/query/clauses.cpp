@@ -1,6 +1,6 @@
-#include "query/clauses.h"
+#include "kortavin/query/clauses.h"
 
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
 
 namespace kortavin::query {
 namespace {
@@ -78,7 +78,7 @@ CString BuildOrderClause(std::span<const SortRow> rows) {
     for (const SortRow& row : rows) {
         if (row.table.IsEmpty() || row.field.IsEmpty())
             continue;
-        const bool ascending = row.direction == resources::Text(resources::TextId::Ascending);
+        const bool ascending = row.direction == base::Text(base::TextId::Ascending);
         AppendListed(clause, ",", Column(row.table, row.field) + (ascending ? " ASC" : " DESC"));
     }
     return clause;

@@ -3,7 +3,7 @@
 #include <span>
 #include <vector>
 
-#include "framework/base/arrays.h"
+#include "kortavin/base/arrays.h"
 
 // The clauses of a SELECT, each built from the rows that a user filled in. Names and conditions are copied as
 // they are: nothing is quoted, trimmed or checked. A row counts only when all its cells that a clause needs

@@ -1,4 +1,4 @@
-#include "query/definition.h"
+#include "kortavin/query/definition.h"
 
 namespace kortavin::query {
 

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "framework/base/arrays.h"
+#include "kortavin/base/arrays.h"
+
+namespace kortavin {
 
 class CGeoDatabase;
 
-namespace kortavin::query {
+namespace query {
 
 // What one run of the query wizard builds: the clauses, each as the pages last stored it, and the statement
 // that the user confirmed. The pointers are set before the run and own nothing.
@@ -37,4 +39,6 @@ struct KORTAVIN_API QueryDefinition {
     static void StoreUnlessEmpty(CString& field, const CString& clause);
 };
 
-}  // namespace kortavin::query
+}  // namespace query
+
+}  // namespace kortavin

@@ -1,4 +1,4 @@
-#include "query/savedquery.h"
+#include "kortavin/query/savedquery.h"
 
 #include <algorithm>
 #include <array>
@@ -7,9 +7,9 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/base/endian.h"
-#include "framework/base/replacement.h"
-#include "resources/texts.h"
+#include "kortavin/base/endian.h"
+#include "kortavin/base/replacement.h"
+#include "kortavin/base/texts.h"
 
 namespace kortavin::query {
 namespace {
@@ -40,7 +40,7 @@ CString ReadText(CFile& file, DWORD size) {
 SavedQueryFormatError::~SavedQueryFormatError() = default;
 
 CString SavedQueryFormatError::GetErrorMessage() const {
-    return resources::Text(resources::TextId::WrongFileFormat);
+    return base::Text(base::TextId::WrongFileFormat);
 }
 
 const char* SavedQueryFormatError::what() const noexcept {

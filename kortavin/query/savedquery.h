@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/base/exception.h"
-#include "framework/base/file.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/base/file.h"
 
 // The saved-query file: one statement behind an identifying header. docs/formats/saved-query.md has the
 // bytes.

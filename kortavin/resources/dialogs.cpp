@@ -1,12 +1,13 @@
-#include "resources/dialogs.h"
+#include "kortavin/resources/dialogs.h"
 
-#include "framework/window/messages.h"
-#include "resources/module.h"
+#include "kortavin/resources/module.h"
+#include "kortavin/window/messages.h"
 
 // Positions and sizes are in dialog units of the dialog's font.
 namespace kortavin::resources {
 namespace {
 
+using base::TextId;
 using window::ControlTemplate;
 using window::DialogTemplate;
 

@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "framework/window/dialogtemplate.h"
+#include "kortavin/window/dialogtemplate.h"
 
 namespace kortavin::resources {
 

@@ -1,17 +1,19 @@
-#include "resources/module.h"
+#include "kortavin/resources/module.h"
 
-#include "resources/dialogs.h"
+#include "kortavin/resources/dialogs.h"
+#include "kortavin/window/ownmodule.h"
 
 namespace kortavin::resources {
 namespace {
+
+using base::TextId;
 
 const char* NumberedText(unsigned number) {
     const bool exists = number >= 1 && number <= static_cast<unsigned>(TextId::Count);
     return exists ? Text(static_cast<TextId>(number - 1)) : nullptr;
 }
 
-}  // namespace
-
+// This library's record: its name "Kortavin.dll", its dialogs, texts and version.
 const window::ResourceModule& Module() {
     static const window::ResourceModule module{
         "Kortavin.dll",
@@ -22,4 +24,7 @@ const window::ResourceModule& Module() {
     return module;
 }
 
+[[maybe_unused]] const bool s_registered = window::RegisterOwnModule(&Module);
+
+}  // namespace
 }  // namespace kortavin::resources

@@ -1,15 +1,12 @@
 #pragma once
 
-#include "framework/window/module.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/module.h"
 
 namespace kortavin::resources {
 
-// This library's record: its name "Kortavin.dll", its dialogs, texts and version.
-const window::ResourceModule& Module();
-
 // The number by which dialog templates name a text; 0 stands for none.
-constexpr unsigned TextNumber(TextId id) {
+constexpr unsigned TextNumber(base::TextId id) {
     return static_cast<unsigned>(id) + 1;
 }
 

@@ -1,9 +1,9 @@
-#include "service/exportrows.h"
+#include "kortavin/service/exportrows.h"
 
 #include <climits>
 
-#include "framework/base/endian.h"
-#include "service/statement.h"
+#include "kortavin/base/endian.h"
+#include "kortavin/service/statement.h"
 
 namespace kortavin::service {
 namespace {

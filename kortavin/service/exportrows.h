@@ -5,20 +5,20 @@
 #include <string_view>
 #include <vector>
 
-#include "db/recordsetex.h"
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
+#include "kortavin/db/recordsetex.h"
 
 // The export of a result's rows. docs/formats/query-data.md has the layouts.
 namespace kortavin::service {
 
 enum class ExportLayout : int { Comma = 1, Blank = 2, Tab = 3, Binary = 10 };
-enum class ExportQuote : int { None = 1, Single = 2, Double = 3 };
+enum class ExportQuote : int { Unquoted = 1, Single = 2, Double = 3 };
 
 // As the host gave them: a layout or quote mode that is none of the above is carried along. Such a layout
 // writes nothing, such a quote mode quotes nothing.
 struct ExportOptions {
     ExportLayout layout = ExportLayout::Comma;
-    ExportQuote quote = ExportQuote::None;
+    ExportQuote quote = ExportQuote::Unquoted;
     bool header = true;
 };
 

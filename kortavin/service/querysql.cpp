@@ -1,19 +1,21 @@
-#include "service/querysql.h"
+#include "kortavin/service/querysql.h"
 
 #include <algorithm>
 #include <memory>
 
-#include "resources/texts.h"
-#include "service/exportrows.h"
-#include "service/statement.h"
-#include "wizard/pagefields.h"
-#include "wizard/pageorder.h"
-#include "wizard/pagerelation.h"
-#include "wizard/pageseltable.h"
-#include "wizard/pagesql.h"
-#include "wizard/pagewhere.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/service/exportrows.h"
+#include "kortavin/service/statement.h"
+#include "kortavin/wizard/pagefields.h"
+#include "kortavin/wizard/pageorder.h"
+#include "kortavin/wizard/pagerelation.h"
+#include "kortavin/wizard/pageseltable.h"
+#include "kortavin/wizard/pagesql.h"
+#include "kortavin/wizard/pagewhere.h"
 
-using kortavin::service::RowExport;
+namespace kortavin {
+
+using service::RowExport;
 
 CQuerySql::CQuerySql() = default;
 
@@ -30,7 +32,7 @@ int CQuerySql::ConstructQuery(CString& sql) {
         return 0;
     m_pDatabase->GetAllTables(m_Tables);
 
-    CSqlSheet sheet(Text(kortavin::resources::TextId::BuildQuery));
+    CSqlSheet sheet(Text(base::TextId::BuildQuery));
     sheet.m_pDatabase = m_pDatabase;
     sheet.m_pTables = &m_Tables;
     sheet.m_pSelTables = &m_SelTables;
@@ -55,8 +57,7 @@ void* CQuerySql::GetReocrd(CString& sql) {
     if (m_pDatabase == nullptr)
         return nullptr;
     try {
-        return WithMemoryErrors(
-            [&] { return kortavin::service::OpenStatement(*m_pDatabase, sql).release(); });
+        return WithMemoryErrors([&] { return service::OpenStatement(*m_pDatabase, sql).release(); });
     } catch (const CDBException&) {
     } catch (const CMemoryException&) {
     }
@@ -81,7 +82,7 @@ CODBCFieldInfo* CQuerySql::GetFieldsInfo(CString& sql, int& count) {
 
 CODBCFieldInfo* CQuerySql::GetFieldsInfo(void* recordset, int& count) {
     return WithMemoryErrors([&] {
-        const auto columns = kortavin::service::DescribeResult(*static_cast<_CRecordsetEx*>(recordset));
+        const auto columns = service::DescribeResult(*static_cast<_CRecordsetEx*>(recordset));
         auto infos = std::make_unique<CODBCFieldInfo[]>(columns.size());
         std::ranges::copy(columns, infos.get());
         count = static_cast<int>(columns.size());
@@ -94,7 +95,7 @@ void CQuerySql::ReleaseFieldsInfo(CODBCFieldInfo* fieldsInfo) {
 }
 
 CString CQuerySql::GetFieldTypeStr(CODBCFieldInfo& info) {
-    return kortavin::service::FieldTypeName(info.m_nSQLType);
+    return service::FieldTypeName(info.m_nSQLType);
 }
 
 int CQuerySql::QueryDataToFile(CFile* file, int format, int quoteMode, int header, CString sql) {
@@ -104,9 +105,8 @@ int CQuerySql::QueryDataToFile(CFile* file, int format, int quoteMode, int heade
     if (!recordset)
         return 0;
 
-    const kortavin::service::ExportOptions options{static_cast<kortavin::service::ExportLayout>(format),
-                                                   static_cast<kortavin::service::ExportQuote>(quoteMode),
-                                                   header != 0};
+    const service::ExportOptions options{static_cast<service::ExportLayout>(format),
+                                         static_cast<service::ExportQuote>(quoteMode), header != 0};
     return WithMemoryErrors([&] {
         RowExport rowExport(*file, options, *recordset);
         rowExport.WriteHeader();
@@ -120,6 +120,7 @@ int CQuerySql::QueryDataToFile(CFile* file, int format, int quoteMode, int heade
 }
 
 void CQuerySql::WriteByFormat(CFile* file, CString& value, int format, int isLast) {
-    kortavin::service::WriteValue(*file, value.View(), static_cast<kortavin::service::ExportLayout>(format),
-                                  isLast != 0);
+    service::WriteValue(*file, value.View(), static_cast<service::ExportLayout>(format), isLast != 0);
 }
+
+}  // namespace kortavin

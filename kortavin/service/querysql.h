@@ -1,8 +1,10 @@
 #pragma once
 
-#include "db/geodatabase.h"
-#include "framework/base/file.h"
-#include "framework/odbc/fieldinfo.h"
+#include "kortavin/base/file.h"
+#include "kortavin/db/geodatabase.h"
+#include "kortavin/odbc/fieldinfo.h"
+
+namespace kortavin {
 
 // The library's query services for a host: statements tried out and described, and their rows exported. The
 // connection belongs to the host and must live for as long as a service is called. Without one, or while it
@@ -64,3 +66,9 @@ class KORTAVIN_API CQuerySql {
     CStringArray m_Tables;                // all tables and views
     CStringArray m_SelTables;             // those chosen in the wizard; kept from run to run
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CQuerySql;
+#endif

@@ -1,4 +1,4 @@
-#include "service/statement.h"
+#include "kortavin/service/statement.h"
 
 namespace kortavin::service {
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <vector>
 
-#include "db/geodatabase.h"
-#include "db/recordsetex.h"
+#include "kortavin/db/geodatabase.h"
+#include "kortavin/db/recordsetex.h"
 
 // What the query service does inside, with errors thrown rather than discarded.
 namespace kortavin::service {

@@ -1,6 +1,6 @@
 #include <array>
 
-#include "service/statement.h"
+#include "kortavin/service/statement.h"
 
 namespace kortavin::service {
 namespace {

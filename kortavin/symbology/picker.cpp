@@ -1,9 +1,9 @@
-#include "symbology/picker.h"
+#include "kortavin/symbology/picker.h"
 
 #include <algorithm>
 
-#include "framework/window/colordialog.h"
-#include "framework/window/window.h"
+#include "kortavin/window/colordialog.h"
+#include "kortavin/window/windowrecord.h"
 
 namespace kortavin::symbology {
 
@@ -36,7 +36,7 @@ void RepaintParent(const CWnd& control) {
 }
 
 bool WindowGuard::IsThere() const {
-    return window::IsWindow(m_window) && m_window->Object() == m_control;
+    return window::IsWindow(m_window) && window::RecordOf(m_window)->Object() == m_control;
 }
 
 std::optional<COLORREF> ChooseColor(COLORREF initial) {

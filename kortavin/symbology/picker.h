@@ -3,15 +3,15 @@
 #include <optional>
 #include <span>
 
-#include "framework/window/combobox.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/combobox.h"
 
 // What the pickers of this folder share. Not installed.
 namespace kortavin::symbology {
 
 // One item of a picker's list; an item's index is its row in the picker's table.
 struct PickerItem {
-    resources::TextId name;  // for screen readers, which cannot see the picture
+    base::TextId name;       // for screen readers, which cannot see the picture
     int value = 0;           // what the picture is made from; each table says what its numbers are
     const char* text = " ";  // GBK
 };

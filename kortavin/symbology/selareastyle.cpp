@@ -1,10 +1,12 @@
-#include "symbology/selareastyle.h"
+#include "kortavin/symbology/selareastyle.h"
 
-#include "symbology/picker.h"
+#include "kortavin/symbology/picker.h"
 
-using namespace kortavin::symbology;
-using namespace kortavin::window;
-using kortavin::resources::TextId;
+namespace kortavin {
+
+using namespace symbology;
+using namespace window;
+using base::TextId;
 
 namespace {
 
@@ -78,3 +80,5 @@ void CSelAreaStyle::OnSelchange() {
 void CSelAreaStyle::OnButtonDown(UINT, CPoint) {
     Default();
 }
+
+}  // namespace kortavin

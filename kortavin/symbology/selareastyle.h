@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/combobox.h"
+#include "kortavin/window/combobox.h"
+
+namespace kortavin {
 
 // A list of area styles, each shown as an item filled with it. The host attaches it to an owner-drawn,
 // unsorted drop-down list of fixed item height, sets style and colours and reads them back when its dialog is
@@ -14,7 +16,7 @@ class KORTAVIN_API CSelAreaStyle : public CComboBox {
   public:
     CSelAreaStyle();
     ~CSelAreaStyle() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
     // Fills the request's rectangle with the item's style: hatch lines in the colour, the spaces between them
     // in the background colour, all of it in the colour for the solid style. The selection field and a
@@ -46,3 +48,9 @@ class KORTAVIN_API CSelAreaStyle : public CComboBox {
     COLORREF m_BGColor = RGB(255, 255, 255);
     COLORREF m_OutLineColor = RGB(0, 0, 0);
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CSelAreaStyle;
+#endif

@@ -1,9 +1,11 @@
-#include "symbology/selectcolor.h"
+#include "kortavin/symbology/selectcolor.h"
 
-#include "symbology/picker.h"
+#include "kortavin/symbology/picker.h"
 
-using namespace kortavin::symbology;
-using namespace kortavin::window;
+namespace kortavin {
+
+using namespace symbology;
+using namespace window;
 
 CSelectColor::CSelectColor() = default;
 CSelectColor::~CSelectColor() = default;
@@ -35,3 +37,5 @@ void CSelectColor::OnLButtonDown(UINT, CPoint) {
     if (guard.IsThere())
         Default();
 }
+
+}  // namespace kortavin

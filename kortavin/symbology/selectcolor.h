@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/static.h"
+#include "kortavin/window/static.h"
+
+namespace kortavin {
 
 // A colour swatch: a label that shows one colour and lets the user change it. The host attaches it to a
 // static control of its dialog, sets the colour and reads it back when the dialog is accepted; the parent is
@@ -9,7 +11,7 @@ class KORTAVIN_API CSelectColor : public CStatic {
   public:
     CSelectColor();
     ~CSelectColor() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
     // Stores the colour, then has the parent paint its whole client area at once. Without a window, or
     // without a parent, it is only stored.
@@ -26,3 +28,9 @@ class KORTAVIN_API CSelectColor : public CStatic {
 
     COLORREF m_Color = RGB(0, 0, 0);
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CSelectColor;
+#endif

@@ -1,10 +1,12 @@
-#include "symbology/sellinestyle.h"
+#include "kortavin/symbology/sellinestyle.h"
 
-#include "symbology/picker.h"
+#include "kortavin/symbology/picker.h"
 
-using namespace kortavin::symbology;
-using namespace kortavin::window;
-using kortavin::resources::TextId;
+namespace kortavin {
+
+using namespace symbology;
+using namespace window;
+using base::TextId;
 
 namespace {
 
@@ -57,3 +59,5 @@ void CSelLineStyle::SetStyle(int nStyle) {
 void CSelLineStyle::OnSelchange() {
     m_Style = SelectedItem(*this);
 }
+
+}  // namespace kortavin

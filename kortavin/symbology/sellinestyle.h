@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/combobox.h"
+#include "kortavin/window/combobox.h"
+
+namespace kortavin {
 
 // A list of line styles, each shown as a black line on white. The host attaches it to an owner-drawn,
 // unsorted drop-down list of fixed item height, sets the style and reads it back when its dialog is accepted;
@@ -12,7 +14,7 @@ class KORTAVIN_API CSelLineStyle : public CComboBox {
   public:
     CSelLineStyle();
     ~CSelLineStyle() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
     // Draws one item in the request's rectangle: white, with a one-pixel line through the middle, two pixels
     // short of both ends. The selection field and a highlighted item look the same as any other; a number
@@ -29,3 +31,9 @@ class KORTAVIN_API CSelLineStyle : public CComboBox {
 
     int m_Style = 0;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CSelLineStyle;
+#endif

@@ -1,12 +1,14 @@
-#include "symbology/selsymstyle.h"
+#include "kortavin/symbology/selsymstyle.h"
 
 #include <algorithm>
 
-#include "symbology/picker.h"
+#include "kortavin/symbology/picker.h"
 
-using namespace kortavin::symbology;
-using namespace kortavin::window;
-using kortavin::resources::TextId;
+namespace kortavin {
+
+using namespace symbology;
+using namespace window;
+using base::TextId;
 
 namespace {
 
@@ -138,3 +140,5 @@ void CSelSymStyle::OnLButtonDown(UINT, CPoint point) {
         RedrawWindow(nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     }
 }
+
+}  // namespace kortavin

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/combobox.h"
+#include "kortavin/window/combobox.h"
+
+namespace kortavin {
 
 // A list of sizes of a round point symbol, each shown as a circle, and the symbol's two colours: the closed
 // combo box shows a swatch for each at its left end, and a press on one asks the user for that colour. The
@@ -15,7 +17,7 @@ class KORTAVIN_API CSelSymStyle : public CComboBox {
   public:
     CSelSymStyle();
     ~CSelSymStyle() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
     // Draws one item in the request's rectangle: the circle in its middle, filled with the colour and
     // outlined in the background colour; round it, in the list, a frame in the background colour; before it,
@@ -58,3 +60,9 @@ class KORTAVIN_API CSelSymStyle : public CComboBox {
     void DrawSwatches(CDC& dc, const CRect& field);
     void DrawSymbol(CDC& dc, const CRect& rect, int size, bool framed) const;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CSelSymStyle;
+#endif

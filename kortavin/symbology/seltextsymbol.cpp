@@ -1,10 +1,12 @@
-#include "symbology/seltextsymbol.h"
+#include "kortavin/symbology/seltextsymbol.h"
 
-#include "symbology/picker.h"
+#include "kortavin/symbology/picker.h"
 
-using namespace kortavin::symbology;
-using namespace kortavin::window;
-using kortavin::resources::TextId;
+namespace kortavin {
+
+using namespace symbology;
+using namespace window;
+using base::TextId;
 
 namespace {
 
@@ -67,3 +69,5 @@ void CSelTextSymbol::OnSelchange() {
     if (const int selected = GetCurSel(); selected != CB_ERR)
         m_Symbol = m_Symbols[selected];
 }
+
+}  // namespace kortavin

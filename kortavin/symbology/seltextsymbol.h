@@ -1,7 +1,9 @@
 #pragma once
 
-#include "framework/base/arrays.h"
-#include "framework/window/combobox.h"
+#include "kortavin/base/arrays.h"
+#include "kortavin/window/combobox.h"
+
+namespace kortavin {
 
 // A list of symbol characters, which are its items' texts. The host attaches it to an owner-drawn, unsorted
 // drop-down list of fixed item height, sets the symbol and reads it back when its dialog is accepted; the
@@ -16,7 +18,7 @@ class KORTAVIN_API CSelTextSymbol : public CComboBox {
     // The black circle is chosen; the combo box has neither items nor a selection yet.
     CSelTextSymbol();
     ~CSelTextSymbol() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
     // Writes the item's symbol ten pixels from the left edge of the request's rectangle, at its top, in the
     // font and colours that the context holds, without clearing the rest. The selection field and a
@@ -37,3 +39,9 @@ class KORTAVIN_API CSelTextSymbol : public CComboBox {
     int m_Count = 0;
     CString m_Symbol;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CSelTextSymbol;
+#endif

@@ -1,12 +1,14 @@
-#include "textimport/geotextfile.h"
+#include "kortavin/textimport/geotextfile.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstring>
 
-#include "framework/base/file_stream.h"
+#include "kortavin/base/file_stream.h"
 
-using kortavin::base::FileWindow;
+namespace kortavin {
+
+using base::FileWindow;
 
 namespace {
 
@@ -203,3 +205,5 @@ inline BOOL CGeoTextFile::ReadNextLine() {
 BOOL CGeoTextFile::NextLine() {
     return WithMemoryErrors([this] { return ReadNextLine(); });
 }
+
+}  // namespace kortavin

@@ -3,7 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
+
+namespace kortavin {
 
 // Reads a text file line by line:
 //
@@ -71,3 +73,9 @@ class KORTAVIN_API CGeoTextFile {
     UINT m_bufferSize = 0;
     std::string m_block;  // the text of a line while it is being read
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CGeoTextFile;
+#endif

@@ -1,6 +1,8 @@
-#include "textimport/mateup.h"
+#include "kortavin/textimport/mateup.h"
 
-#include "textimport/mateupdlg.h"
+#include "kortavin/textimport/mateupdlg.h"
+
+namespace kortavin {
 
 BOOL CMateup::Mateup(CString& strColumns, CString& strSamples, CString& strTargets, CWordArray& matches) {
     CMateupDlg dialog;
@@ -12,3 +14,5 @@ BOOL CMateup::Mateup(CString& strColumns, CString& strSamples, CString& strTarge
     matches = dialog.m_Matches;
     return TRUE;
 }
+
+}  // namespace kortavin

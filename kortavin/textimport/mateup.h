@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/base/arrays.h"
+#include "kortavin/base/arrays.h"
+
+namespace kortavin {
 
 // Has the user match the columns of a delimited text to the fields that are to be filled from it.
 class KORTAVIN_API CMateup {
@@ -16,3 +18,9 @@ class KORTAVIN_API CMateup {
     // CResourceException when no window can be opened.
     static BOOL Mateup(CString& strColumns, CString& strSamples, CString& strTargets, CWordArray& matches);
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CMateup;
+#endif

@@ -1,16 +1,17 @@
-#include "textimport/mateupdlg.h"
+#include "kortavin/textimport/mateupdlg.h"
 
 #include <algorithm>
 
-#include "grid/gridcellcombo.h"
-#include "grid/heading.h"
-#include "resources/dialogs.h"
-#include "resources/texts.h"
-#include "textimport/token.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/grid/gridcellcombo.h"
+#include "kortavin/grid/heading.h"
+#include "kortavin/resources/dialogs.h"
+#include "kortavin/textimport/token.h"
 
-namespace resources = kortavin::resources;
-using kortavin::grid::SetHeading;
-using resources::TextId;
+namespace kortavin {
+
+using base::TextId;
+using grid::SetHeading;
 
 namespace {
 
@@ -118,3 +119,5 @@ void CMateupDlg::OnOK() {
     if (areAllMatched)
         CDialog::OnOK();
 }
+
+}  // namespace kortavin

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "framework/base/arrays.h"
-#include "framework/window/dialog.h"
-#include "grid/mateupsamplegrid.h"
+#include "kortavin/base/arrays.h"
+#include "kortavin/grid/mateupsamplegrid.h"
+#include "kortavin/window/dialog.h"
+
+namespace kortavin {
 
 // The fields with their columns. Each cell offers the column names; others can be typed.
-class KORTAVIN_API CMateupListGrid : public CGridCtrl {
+class CMateupListGrid : public CGridCtrl {
   public:
     using CGridCtrl::CGridCtrl;
     ~CMateupListGrid() override;
@@ -19,7 +21,7 @@ class KORTAVIN_API CMateupListGrid : public CGridCtrl {
 // The dialog behind CMateup: the fields to be filled on the left, the columns with a sample of each on the
 // right. OK is refused, without a message, while a field's text is no column's name; names are compared
 // without regard to ASCII letter case and to white space at their ends.
-class KORTAVIN_API CMateupDlg : public CDialog {
+class CMateupDlg : public CDialog {
   public:
     explicit CMateupDlg(CWnd* parent = nullptr);
     ~CMateupDlg() override;
@@ -44,4 +46,6 @@ class KORTAVIN_API CMateupDlg : public CDialog {
 };
 
 // Appends the items of a list that is separated by commas; answers how many.
-KORTAVIN_API int SplitList(const CString& text, CStringArray& items);
+int SplitList(const CString& text, CStringArray& items);
+
+}  // namespace kortavin

@@ -1,9 +1,11 @@
-#include "textimport/token.h"
+#include "kortavin/textimport/token.h"
 
 #include <cstring>
 #include <utility>
 
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
+
+namespace kortavin {
 
 namespace {
 
@@ -18,7 +20,7 @@ bool IsAlwaysACharacter(char byte) {
 [[gnu::noinline]] std::size_t FindText(std::string_view text, std::string_view separator, std::size_t from) {
     std::size_t match = text.find(separator, from);
     while (match != kNone && !IsAlwaysACharacter(separator[0])) {
-        from = kortavin::base::CharacterBoundary(text, from, match);
+        from = base::CharacterBoundary(text, from, match);
         if (from == match)
             break;
         match = text.find(separator, match + 1);
@@ -89,3 +91,5 @@ void CToken::SetToken(const CString& separator) {
     m_Separator = separator;
     m_next = kNotLookedFor;
 }
+
+}  // namespace kortavin

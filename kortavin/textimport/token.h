@@ -2,7 +2,9 @@
 
 #include <string_view>
 
-#include "framework/base/cstring.h"
+#include "kortavin/base/cstring.h"
+
+namespace kortavin {
 
 // Splits one line of delimited text at a separator and hands out a token a call:
 //
@@ -47,3 +49,9 @@ class KORTAVIN_API CToken {
     BOOL m_LastToken = FALSE;            // the remainder is the last token, and is yet to be handed out
     std::size_t m_next = kNotLookedFor;  // the next separator; npos: there is none
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CToken;
+#endif

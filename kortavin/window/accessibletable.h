@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "framework/base/cstring.h"
-#include "framework/base/geometry.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/base/geometry.h"
 
 namespace kortavin::window {
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 // A push button, check box, radio button or group box. A click notifies with BN_CLICKED.
 class KORTAVIN_API CButton : public CWnd {
@@ -12,3 +14,9 @@ class KORTAVIN_API CButton : public CWnd {
     int GetCheck() const;  // 1: checked
     void SetCheck(int check);
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CButton;
+#endif

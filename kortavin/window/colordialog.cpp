@@ -1,13 +1,15 @@
-#include "framework/window/colordialog.h"
+#include "kortavin/window/colordialog.h"
 
-#include "framework/window/window.h"
+#include "kortavin/window/windowrecord.h"
+
+namespace kortavin {
 
 CColorDialog::CColorDialog(COLORREF initial, DWORD flags, CWnd* parent)
     : m_color(initial), m_flags(flags), m_parent(parent) {}
 
 int CColorDialog::DoModal() {
-    const HWND parent = m_parent != nullptr ? m_parent->m_hWnd : nullptr;
-    const auto chosen = kortavin::window::RequireToolkit().ChooseColor(
+    window::WindowRecord* const parent = window::RecordOf(m_parent);
+    const auto chosen = window::RequireToolkit().ChooseColor(
         {m_color, (m_flags & CC_RGBINIT) != 0, (m_flags & CC_FULLOPEN) != 0,
          parent != nullptr ? &parent->Native() : nullptr});
     if (!chosen)
@@ -15,3 +17,5 @@ int CColorDialog::DoModal() {
     m_color = *chosen;
     return IDOK;
 }
+
+}  // namespace kortavin

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 inline constexpr DWORD CC_RGBINIT = 0x001;   // start with the given colour
 inline constexpr DWORD CC_FULLOPEN = 0x002;  // the part for custom colours is open from the start
@@ -19,3 +21,12 @@ class KORTAVIN_API CColorDialog {
     DWORD m_flags;
     CWnd* m_parent;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CC_ANYCOLOR;
+using kortavin::CC_FULLOPEN;
+using kortavin::CC_RGBINIT;
+using kortavin::CColorDialog;
+#endif

@@ -1,16 +1,18 @@
-#include "framework/window/combobox.h"
+#include "kortavin/window/combobox.h"
 
 #include <string_view>
 
-#include "framework/base/codepage.h"
-#include "framework/window/window.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/window/windowrecord.h"
 
-using kortavin::window::NativeCombo;
+namespace kortavin {
+
+using window::NativeCombo;
 
 namespace {
 
 NativeCombo* ComboOf(HWND window) {
-    return window != nullptr ? window->Native().AsCombo() : nullptr;
+    return window != nullptr ? window::RecordOf(window)->Native().AsCombo() : nullptr;
 }
 
 std::string_view ViewOf(const char* text) {
@@ -19,7 +21,7 @@ std::string_view ViewOf(const char* text) {
 
 bool BeginsWith(std::string_view text, std::string_view beginning) {
     return text.size() >= beginning.size() &&
-           kortavin::base::CompareNoCase(text.substr(0, beginning.size()), beginning) == 0;
+           base::CompareNoCase(text.substr(0, beginning.size()), beginning) == 0;
 }
 
 // The first item behind `startAfter`, wrapping round, for which `matches` holds.
@@ -104,7 +106,7 @@ int CComboBox::FindString(int startAfter, const char* text) const {
 int CComboBox::FindStringExact(int startAfter, const char* text) const {
     const std::string_view whole = ViewOf(text);
     return FindItem(m_hWnd, startAfter, [whole](std::string_view item) {
-        return !whole.empty() && kortavin::base::CompareNoCase(item, whole) == 0;
+        return !whole.empty() && base::CompareNoCase(item, whole) == 0;
     });
 }
 
@@ -180,3 +182,5 @@ BOOL CComboBox::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
             return CWnd::OnChildNotify(message, wParam, lParam, result);
     }
 }
+
+}  // namespace kortavin

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 inline constexpr int CB_ERR = -1;
 
@@ -45,3 +47,11 @@ class KORTAVIN_API CComboBox : public CWnd {
     void PreSubclassWindow() override;
     BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CB_ERR;
+using kortavin::CComboBox;
+using kortavin::kComboEditId;
+#endif

@@ -1,11 +1,13 @@
-#include "framework/window/button.h"
-#include "framework/window/static.h"
-#include "framework/window/window.h"
+#include "kortavin/window/button.h"
+#include "kortavin/window/static.h"
+#include "kortavin/window/windowrecord.h"
+
+namespace kortavin {
 
 namespace {
 
-kortavin::window::NativeButton* ButtonOf(HWND window) {
-    return window != nullptr ? window->Native().AsButton() : nullptr;
+window::NativeButton* ButtonOf(HWND window) {
+    return window != nullptr ? window::RecordOf(window)->Native().AsButton() : nullptr;
 }
 
 }  // namespace
@@ -31,3 +33,5 @@ void CButton::SetCheck(int check) {
     if (auto* const button = ButtonOf(m_hWnd); button != nullptr)
         button->SetChecked(check != 0);
 }
+
+}  // namespace kortavin

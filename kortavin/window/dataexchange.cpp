@@ -1,10 +1,12 @@
-#include "framework/window/dataexchange.h"
+#include "kortavin/window/dataexchange.h"
 
-#include "framework/base/exception.h"
-#include "framework/window/window.h"
-#include "resources/texts.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/windowrecord.h"
 
-using kortavin::resources::TextId;
+namespace kortavin {
+
+using base::TextId;
 
 namespace {
 
@@ -16,9 +18,9 @@ namespace {
 
 }  // namespace
 
-HWND CDataExchange::PrepareCtrl(int id) const {
-    const HWND dialog = m_pDlgWnd != nullptr ? m_pDlgWnd->m_hWnd : nullptr;
-    const HWND control = dialog != nullptr ? dialog->Child(id) : nullptr;
+window::WindowRecord* CDataExchange::PrepareCtrl(int id) const {
+    window::WindowRecord* const dialog = window::RecordOf(m_pDlgWnd);
+    window::WindowRecord* const control = dialog != nullptr ? dialog->Child(id) : nullptr;
     if (control == nullptr)
         ThrowForControl(TextId::NoSuchControl, id);
     return control;
@@ -38,3 +40,5 @@ void DDX_Text(CDataExchange* exchange, int id, CString& text) {
     else if (control->GetWindowText() != text)
         control->SetWindowText(text);
 }
+
+}  // namespace kortavin

@@ -1,14 +1,14 @@
-#include "framework/window/dc.h"
+#include "kortavin/window/dc.h"
 
 #include <utility>
 
-#include "framework/window/metrics.h"
-#include "framework/window/toolkit.h"
-#include "framework/window/window.h"
-#include "framework/window/wnd.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/metrics.h"
+#include "kortavin/window/toolkit.h"
+#include "kortavin/window/windowrecord.h"
+#include "kortavin/window/wnd.h"
 
-namespace window = kortavin::window;
+namespace kortavin {
 
 namespace {
 
@@ -25,17 +25,17 @@ CBrush* StockBrush(bool hollow) {
     return hollow ? &null : &white;
 }
 
-window::Window& RequireWindow(const CWnd* object) {
-    using kortavin::resources::TextId;
+window::WindowRecord& RequireWindow(const CWnd* object) {
+    using base::TextId;
     if (object == nullptr || object->m_hWnd == nullptr)
-        throw CResourceException(kortavin::resources::Text(TextId::NoWindowForPainting));
-    return *object->m_hWnd;
+        throw CResourceException(base::Text(TextId::NoWindowForPainting));
+    return *window::RecordOf(object);
 }
 
 std::unique_ptr<window::Painter> PainterOfPaint(const CWnd* object) {
     auto painter = RequireWindow(object).Native().BeginPaint();
     if (painter == nullptr)
-        throw CResourceException(kortavin::resources::Text(kortavin::resources::TextId::NoWindowForPainting));
+        throw CResourceException(base::Text(base::TextId::NoWindowForPainting));
     return painter;
 }
 
@@ -137,9 +137,11 @@ void CDC::IntersectClipRect(const CRect& rect) {
     m_painter->SetClip(m_state.clip);
 }
 
-CPaintDC::CPaintDC(CWnd* object) : CDC(PainterOfPaint(object), &object->m_hWnd->Font()) {}
+CPaintDC::CPaintDC(CWnd* object) : CDC(PainterOfPaint(object), &window::RecordOf(object)->Font()) {}
 CPaintDC::~CPaintDC() = default;
 
 CClientDC::CClientDC(CWnd* object)
-    : CDC(RequireWindow(object).Native().ClientPainter(), &object->m_hWnd->Font()) {}
+    : CDC(RequireWindow(object).Native().ClientPainter(), &window::RecordOf(object)->Font()) {}
 CClientDC::~CClientDC() = default;
+
+}  // namespace kortavin

@@ -4,16 +4,18 @@
 #include <span>
 #include <vector>
 
-#include "framework/base/cstring.h"
-#include "framework/base/geometry.h"
-#include "framework/window/gdi.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/base/geometry.h"
+#include "kortavin/window/gdi.h"
+
+namespace kortavin {
 
 class CWnd;
-namespace kortavin::window {
+namespace window {
 class Painter;
 struct Fill;
 struct Stroke;
-}  // namespace kortavin::window
+}  // namespace window
 
 // Stock objects (SelectStockObject).
 inline constexpr int WHITE_BRUSH = 0;
@@ -61,7 +63,7 @@ inline constexpr UINT BF_RECT = 0xF;
 class KORTAVIN_API CDC {
   public:
     // Draws in `font` at first; null: the message-box font.
-    explicit CDC(std::unique_ptr<kortavin::window::Painter> painter, CFont* font = nullptr);
+    explicit CDC(std::unique_ptr<window::Painter> painter, CFont* font = nullptr);
     CDC(const CDC&) = delete;
     CDC& operator=(const CDC&) = delete;
     virtual ~CDC();
@@ -122,7 +124,7 @@ class KORTAVIN_API CDC {
     // line ends break lines but for DT_SINGLELINE.
     int DrawText(std::string_view text, CRect* rect, UINT flags);
 
-    kortavin::window::Painter& GetPainter() { return *m_painter; }
+    window::Painter& GetPainter() { return *m_painter; }
 
   private:
     struct State {
@@ -136,11 +138,11 @@ class KORTAVIN_API CDC {
         CRect clip;
     };
 
-    kortavin::window::Fill FillOf(const CBrush& brush) const;
-    kortavin::window::Stroke CurrentStroke() const;
-    void DrawRun(CPoint corner, std::string_view text, const kortavin::window::NativeFont& font);
+    window::Fill FillOf(const CBrush& brush) const;
+    window::Stroke CurrentStroke() const;
+    void DrawRun(CPoint corner, std::string_view text, const window::NativeFont& font);
 
-    std::unique_ptr<kortavin::window::Painter> m_painter;
+    std::unique_ptr<window::Painter> m_painter;
     std::unique_ptr<CFont> m_defaultFont;
     State m_state;
     std::vector<State> m_saved;
@@ -160,3 +162,39 @@ class KORTAVIN_API CClientDC : public CDC {
     explicit CClientDC(CWnd* window);  // CResourceException without a window
     ~CClientDC() override;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::BDR_RAISEDINNER;
+using kortavin::BDR_RAISEDOUTER;
+using kortavin::BDR_SUNKENINNER;
+using kortavin::BDR_SUNKENOUTER;
+using kortavin::BF_BOTTOM;
+using kortavin::BF_LEFT;
+using kortavin::BF_RECT;
+using kortavin::BF_RIGHT;
+using kortavin::BF_TOP;
+using kortavin::BLACK_PEN;
+using kortavin::CClientDC;
+using kortavin::CDC;
+using kortavin::CPaintDC;
+using kortavin::DT_BOTTOM;
+using kortavin::DT_CALCRECT;
+using kortavin::DT_CENTER;
+using kortavin::DT_LEFT;
+using kortavin::DT_NOCLIP;
+using kortavin::DT_NOPREFIX;
+using kortavin::DT_RIGHT;
+using kortavin::DT_SINGLELINE;
+using kortavin::DT_TOP;
+using kortavin::DT_VCENTER;
+using kortavin::DT_WORDBREAK;
+using kortavin::LOGPIXELSX;
+using kortavin::LOGPIXELSY;
+using kortavin::NULL_BRUSH;
+using kortavin::NULL_PEN;
+using kortavin::OPAQUE;
+using kortavin::TRANSPARENT;
+using kortavin::WHITE_BRUSH;
+#endif

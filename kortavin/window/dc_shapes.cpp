@@ -1,11 +1,11 @@
-#include "framework/window/dc.h"
+#include "kortavin/window/dc.h"
 
 #include <utility>
 
-#include "framework/window/metrics.h"
-#include "framework/window/toolkit.h"
+#include "kortavin/window/metrics.h"
+#include "kortavin/window/toolkit.h"
 
-namespace window = kortavin::window;
+namespace kortavin {
 
 namespace {
 
@@ -149,3 +149,5 @@ void CDC::Polyline(std::span<const CPoint> points) {
     if (m_state.pen->GetStyle() != PS_NULL)
         m_painter->DrawPolyline(points, CurrentStroke());
 }
+
+}  // namespace kortavin

@@ -1,8 +1,8 @@
-#include "framework/window/dc.h"
-#include "framework/window/drawtext.h"
-#include "framework/window/toolkit.h"
+#include "kortavin/window/dc.h"
+#include "kortavin/window/drawtext.h"
+#include "kortavin/window/toolkit.h"
 
-namespace window = kortavin::window;
+namespace kortavin {
 
 namespace {
 
@@ -71,3 +71,5 @@ int CDC::DrawText(std::string_view text, CRect* rect, UINT flags) {
     }
     return layout.height;
 }
+
+}  // namespace kortavin

@@ -1,15 +1,15 @@
-#include "framework/window/dialog.h"
+#include "kortavin/window/dialog.h"
 
 #include <algorithm>
 
-#include "framework/window/window.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/windowrecord.h"
 
-namespace window = kortavin::window;
+namespace kortavin {
 
 namespace {
 
-bool TakesFocus(HWND control) {
+bool TakesFocus(window::WindowRecord* control) {
     return (control->Style() & WS_TABSTOP) != 0 && (control->Style() & WS_VISIBLE) != 0 &&
            control->Native().IsEnabled();
 }
@@ -20,7 +20,7 @@ class WindowOfRun {
     explicit WindowOfRun(const CWnd& dialog) : m_dialog(dialog), m_formerFocus(window::FocusWindow()) {}
     ~WindowOfRun() {
         if (m_dialog.m_hWnd != nullptr)
-            m_dialog.m_hWnd->Destroy();
+            window::RecordOf(m_dialog.m_hWnd)->Destroy();
         if (window::IsWindow(m_formerFocus))
             window::Guarded([this] { window::SetFocusTo(m_formerFocus); });
     }
@@ -29,7 +29,7 @@ class WindowOfRun {
 
   private:
     const CWnd& m_dialog;
-    HWND m_formerFocus;
+    window::WindowRecord* m_formerFocus;
 };
 
 }  // namespace
@@ -58,7 +58,7 @@ window::FoundDialog CDialog::FindTemplate() const {
     if (const auto found = window::FindDialog(m_templateId))
         return *found;
     CString text;
-    text.Format(Text(kortavin::resources::TextId::NoSuchDialog), m_templateId);
+    text.Format(Text(base::TextId::NoSuchDialog), m_templateId);
     throw CResourceException(text);
 }
 
@@ -73,8 +73,8 @@ int CDialog::DoModal() {
 }
 
 void CDialog::Open(const window::FoundDialog& found) {
-    Attach(window::MakeDialogWindow(found, m_parent != nullptr ? m_parent->m_hWnd : nullptr));
-    m_unit = window::MakeControls(m_hWnd, *found.dialog, *found.module);
+    Attach(window::MakeDialogWindow(found, window::RecordOf(m_parent)));
+    m_unit = window::MakeControls(window::RecordOf(m_hWnd), *found.dialog, *found.module);
     if (OnInitDialog() && m_hWnd != nullptr)
         FocusFirstControl();
 }
@@ -82,20 +82,20 @@ void CDialog::Open(const window::FoundDialog& found) {
 // A dialog that its own set-up ended is never shown.
 int CDialog::RunToEnd() {
     if (m_hWnd != nullptr && !m_result)
-        window::RunModal(m_hWnd);
+        window::RunModal(window::RecordOf(m_hWnd));
     return m_result.value_or(IDCANCEL);
 }
 
 void CDialog::FocusFirstControl(bool byUser) {
-    const auto& controls = m_hWnd->Children();
+    const auto& controls = window::RecordOf(m_hWnd)->Children();
     const auto first = std::ranges::find_if(controls, TakesFocus);
-    window::SetFocusTo(first != controls.end() ? *first : m_hWnd, byUser);
+    window::SetFocusTo(first != controls.end() ? *first : window::RecordOf(m_hWnd), byUser);
 }
 
 void CDialog::EndDialog(int result) {
     m_result = result;
     if (m_hWnd != nullptr)
-        window::RequireToolkit().EndModal(m_hWnd->Native());
+        window::RequireToolkit().EndModal(window::RecordOf(m_hWnd)->Native());
 }
 
 void CDialog::MapDialogRect(CRect* rect) const {
@@ -122,3 +122,5 @@ void CDialog::OnCancel() {
 void CDialog::OnClose() {
     SendMessage(WM_COMMAND, MakeWParam(IDCANCEL, BN_CLICKED));
 }
+
+}  // namespace kortavin

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "framework/window/dataexchange.h"
-#include "framework/window/module.h"
-#include "framework/window/wnd.h"
+#include "kortavin/window/dataexchange.h"
+#include "kortavin/window/module.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 // A modal dialog made from a template. Enter presses its default button, Esc cancels.
 class KORTAVIN_API CDialog : public CWnd {
@@ -13,8 +15,8 @@ class KORTAVIN_API CDialog : public CWnd {
 
     // A template in memory, which must live until DoModal returns; its texts are those of `module` (null: the
     // current source).
-    void InitModalIndirect(const kortavin::window::DialogTemplate& dialog, CWnd* parent = nullptr,
-                           const kortavin::window::ResourceModule* module = nullptr);
+    void InitModalIndirect(const window::DialogTemplate& dialog, CWnd* parent = nullptr,
+                           const window::ResourceModule* module = nullptr);
 
     // Shows the dialog and runs it until EndDialog; answers what that was given. IDCANCEL when the window was
     // destroyed without; -1 when the object has a window already, or when its data could not be moved to its
@@ -27,7 +29,7 @@ class KORTAVIN_API CDialog : public CWnd {
     // Pixels for dialog units, by the dialog's font.
     void MapDialogRect(CRect* rect) const;
 
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
   protected:
     // All controls exist. Moves data to them. TRUE: the first control with WS_TABSTOP gets the focus.
@@ -39,30 +41,37 @@ class KORTAVIN_API CDialog : public CWnd {
 
   private:
     friend class CPropertySheet;
-    kortavin::window::FoundDialog FindTemplate() const;
-    void Open(const kortavin::window::FoundDialog& found);
+    window::FoundDialog FindTemplate() const;
+    void Open(const window::FoundDialog& found);
     void FocusFirstControl(bool byUser = false);
     int RunToEnd();
 
     unsigned m_templateId = 0;
-    const kortavin::window::DialogTemplate* m_template = nullptr;
-    const kortavin::window::ResourceModule* m_module = nullptr;
+    const window::DialogTemplate* m_template = nullptr;
+    const window::ResourceModule* m_module = nullptr;
     CWnd* m_parent = nullptr;
     CSize m_unit{8, 16};  // the average character of the dialog's font
     std::optional<int> m_result;
 };
 
-namespace kortavin::window {
+namespace window {
 
 // A hidden dialog window as the template says, without its controls. CResourceException as DoModal.
-KORTAVIN_API HWND MakeDialogWindow(const FoundDialog& found, HWND parent);
+KORTAVIN_API WindowRecord* MakeDialogWindow(const FoundDialog& found, WindowRecord* parent);
 // Makes the controls of a template in a window that is there, for dialogs and the like. Answers the size of a
 // character that the dialog units stand for.
-KORTAVIN_API CSize MakeControls(HWND parent, const DialogTemplate& dialog, const ResourceModule& module);
+KORTAVIN_API CSize MakeControls(WindowRecord* parent, const DialogTemplate& dialog,
+                                const ResourceModule& module);
 
 KORTAVIN_API CFont DialogFont(const DialogTemplate& dialog);
 // The average character of a font, four dialog units wide and eight high.
 KORTAVIN_API CSize DialogUnitOf(const CFont& font);
 KORTAVIN_API CRect PixelsOf(const CRect& units, CSize unit);
 
-}  // namespace kortavin::window
+}  // namespace window
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CDialog;
+#endif

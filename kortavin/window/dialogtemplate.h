@@ -2,8 +2,8 @@
 
 #include <span>
 
-#include "framework/base/geometry.h"
-#include "framework/window/styles.h"
+#include "kortavin/base/geometry.h"
+#include "kortavin/window/styles.h"
 
 // Tables that describe dialogs. Positions and sizes are in dialog units: a quarter of the average width and
 // an eighth of the height of a character in the dialog's font.

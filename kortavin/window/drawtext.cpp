@@ -1,10 +1,10 @@
-#include "framework/window/drawtext.h"
+#include "kortavin/window/drawtext.h"
 
 #include <algorithm>
 #include <cstdint>
 
-#include "framework/base/codepage.h"
-#include "framework/window/dc.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/window/dc.h"
 
 namespace kortavin::window {
 namespace {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/base/geometry.h"
-#include "framework/window/toolkit.h"
+#include "kortavin/base/geometry.h"
+#include "kortavin/window/toolkit.h"
 
 namespace kortavin::window {
 
@@ -25,7 +25,6 @@ struct TextLayout {
 // Breaks a text into lines and places them in the rectangle, as CDC::DrawText tells. What cannot show in the
 // rectangle is left out unless the flags ask for all of it (DT_NOCLIP, DT_CALCRECT), so that time goes with
 // what shows.
-KORTAVIN_API TextLayout LayOutText(std::string_view text, const NativeFont& font, const CRect& rect,
-                                   UINT flags);
+TextLayout LayOutText(std::string_view text, const NativeFont& font, const CRect& rect, UINT flags);
 
 }  // namespace kortavin::window

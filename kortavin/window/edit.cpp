@@ -1,4 +1,6 @@
-#include "framework/window/edit.h"
+#include "kortavin/window/edit.h"
+
+namespace kortavin {
 
 CEdit::~CEdit() = default;
 
@@ -16,3 +18,5 @@ void CEdit::GetSel(int& first, int& last) {
     first = LOWORD(ends);
     last = HIWORD(ends);
 }
+
+}  // namespace kortavin

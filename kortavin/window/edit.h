@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 // Messages to edit boxes and to the edit field of a combo box, which the toolkit answers. Places in the text
 // are byte offsets.
@@ -23,3 +25,15 @@ class KORTAVIN_API CEdit : public CWnd {
     void SetSel(int first, int last);
     void GetSel(int& first, int& last);
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CEdit;
+using kortavin::EM_GETSEL;
+using kortavin::EM_SCROLLCARET;
+using kortavin::EM_SETSEL;
+using kortavin::EN_CHANGE;
+using kortavin::EN_KILLFOCUS;
+using kortavin::EN_SETFOCUS;
+#endif

@@ -1,5 +1,5 @@
-#include "framework/window/window.h"
-#include "framework/window/wnd.h"
+#include "kortavin/window/windowrecord.h"
+#include "kortavin/window/wnd.h"
 
 namespace kortavin::window {
 namespace {
@@ -11,7 +11,7 @@ bool IsRequestToControl(UINT message) {
 
 }  // namespace
 
-LRESULT Window::OfferToControl(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT WindowRecord::OfferToControl(UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = 0;
     if (m_object != nullptr && m_object->OnChildNotify(message, wParam, lParam, &result))
         return result;
@@ -21,12 +21,12 @@ LRESULT Window::OfferToControl(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT SendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (!IsWindow(window))
         return 0;
-    if (CWnd* const object = window->Object(); object != nullptr)
+    if (CWnd* const object = RecordOf(window)->Object(); object != nullptr)
         return object->WindowProc(message, wParam, lParam);
-    return HandleByDefault(window, message, wParam, lParam);
+    return HandleByDefault(RecordOf(window), message, wParam, lParam);
 }
 
-LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT HandleByDefault(WindowRecord* window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_CLOSE:
             window->Destroy();
@@ -52,11 +52,12 @@ LRESULT HandleByDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 LRESULT NotifyReceiver(HWND control, WORD code) {
     if (!IsWindow(control))
         return 0;
-    return control->OfferToControl(WM_COMMAND, MakeWParam(static_cast<WORD>(control->Id()), code),
-                                   reinterpret_cast<LPARAM>(control));
+    WindowRecord& record = *RecordOf(control);
+    return record.OfferToControl(WM_COMMAND, MakeWParam(static_cast<WORD>(record.Id()), code),
+                                 reinterpret_cast<LPARAM>(control));
 }
 
-LRESULT Report(Window& window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+LRESULT Report(WindowRecord& window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     LRESULT result = 0;
     Guarded([&] {
         result = IsRequestToControl(message) ? window.OfferToControl(message, wParam, lParam)
@@ -65,11 +66,11 @@ LRESULT Report(Window& window, UINT message, WPARAM wParam, LPARAM lParam) noexc
     return result;
 }
 
-void ReportNotification(Window& control, WORD code) noexcept {
+void ReportNotification(WindowRecord& control, WORD code) noexcept {
     Guarded([&] { NotifyReceiver(&control, code); });
 }
 
-void ReportGone(Window& window) noexcept {
+void ReportGone(WindowRecord& window) noexcept {
     window.Destroy();
 }
 

@@ -1,11 +1,13 @@
-#include "framework/window/filedialog.h"
+#include "kortavin/window/filedialog.h"
 
-#include "framework/window/window.h"
+#include "kortavin/window/windowrecord.h"
+
+namespace kortavin {
 
 namespace {
 
-std::vector<kortavin::window::FileRequest::Filter> SplitFilter(const CString& filter) {
-    std::vector<kortavin::window::FileRequest::Filter> filters;
+std::vector<window::FileRequest::Filter> SplitFilter(const CString& filter) {
+    std::vector<window::FileRequest::Filter> filters;
     int start = 0;
     while (true) {
         const int nameEnd = filter.Find('|', start);
@@ -22,20 +24,24 @@ std::vector<kortavin::window::FileRequest::Filter> SplitFilter(const CString& fi
 
 CFileDialog::CFileDialog(BOOL forOpening, const char* defaultExtension, const char* initialName, DWORD flags,
                          const char* filter, CWnd* parent)
-    : m_parent(parent) {
-    m_request.forOpening = forOpening != FALSE;
-    m_request.confirmReplacing = (flags & OFN_OVERWRITEPROMPT) != 0;
-    m_request.filters = SplitFilter(filter);
-    m_request.defaultExtension = defaultExtension;
-    m_request.initialName = initialName;
+    : m_request(std::make_unique<window::FileRequest>()), m_parent(parent) {
+    m_request->forOpening = forOpening != FALSE;
+    m_request->confirmReplacing = (flags & OFN_OVERWRITEPROMPT) != 0;
+    m_request->filters = SplitFilter(filter);
+    m_request->defaultExtension = defaultExtension;
+    m_request->initialName = initialName;
 }
 
+CFileDialog::~CFileDialog() = default;
+
 int CFileDialog::DoModal() {
-    const HWND parent = m_parent != nullptr ? m_parent->m_hWnd : nullptr;
-    m_request.parent = parent != nullptr ? &parent->Native() : nullptr;
-    const auto chosen = kortavin::window::RequireToolkit().ChooseFile(m_request);
+    window::WindowRecord* const parent = window::RecordOf(m_parent);
+    m_request->parent = parent != nullptr ? &parent->Native() : nullptr;
+    const auto chosen = window::RequireToolkit().ChooseFile(*m_request);
     if (!chosen)
         return IDCANCEL;
     m_path = *chosen;
     return IDOK;
 }
+
+}  // namespace kortavin

@@ -1,6 +1,15 @@
 #pragma once
 
-#include "framework/window/wnd.h"
+#include <memory>
+
+#include "kortavin/base/cstring.h"
+
+namespace kortavin {
+
+class CWnd;
+namespace window {
+struct FileRequest;
+}
 
 inline constexpr DWORD OFN_OVERWRITEPROMPT = 0x2;  // asks before an existing file is named for writing
 
@@ -13,12 +22,22 @@ class KORTAVIN_API CFileDialog {
     explicit CFileDialog(BOOL forOpening, const char* defaultExtension = nullptr,
                          const char* initialName = nullptr, DWORD flags = 0, const char* filter = nullptr,
                          CWnd* parent = nullptr);
+    CFileDialog(const CFileDialog&) = delete;
+    CFileDialog& operator=(const CFileDialog&) = delete;
+    ~CFileDialog();
     // IDOK or IDCANCEL. CResourceException when it cannot open.
     int DoModal();
     const CString& GetPathName() const { return m_path; }  // chosen, the system's own bytes; empty before
 
   private:
-    kortavin::window::FileRequest m_request;
+    std::unique_ptr<window::FileRequest> m_request;
     CWnd* m_parent;
     CString m_path;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CFileDialog;
+using kortavin::OFN_OVERWRITEPROMPT;
+#endif

@@ -1,23 +1,23 @@
 #include <utility>
 
-#include "framework/window/combobox.h"
-#include "framework/window/window.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/window/windowrecord.h"
 
 namespace kortavin::window {
 namespace {
 
-constinit HWND s_focus = nullptr;
-constinit HWND s_capture = nullptr;
+constinit WindowRecord* s_focus = nullptr;
+constinit WindowRecord* s_capture = nullptr;
 
-WPARAM ParamOf(HWND window) {
+WPARAM ParamOf(WindowRecord* window) {
     return reinterpret_cast<WPARAM>(window);
 }
 
 // Tells the loser, lets `take` do what the toolkit must, then tells the gainer. A handler that moves the
 // focus on ends the matter for the windows behind it.
 template <class Take>
-void MoveFocus(HWND gainer, bool byUser, Take take) {
-    const HWND loser = std::exchange(s_focus, gainer);
+void MoveFocus(WindowRecord* gainer, bool byUser, Take take) {
+    WindowRecord* const loser = std::exchange(s_focus, gainer);
     const auto isOvertaken = [gainer] { return s_focus != gainer; };
     if (loser == gainer)
         return;
@@ -31,16 +31,17 @@ void MoveFocus(HWND gainer, bool byUser, Take take) {
 
 }  // namespace
 
-HWND FocusWindow() {
+WindowRecord* FocusWindow() {
     return s_focus;
 }
 
 // A combo box with an edit field leaves the focus to that.
-void SetFocusTo(HWND gainer, bool byUser) {
+void SetFocusTo(HWND window, bool byUser) {
+    WindowRecord* gainer = RecordOf(window);
     if (gainer != nullptr && (!IsWindow(gainer) || gainer->IsDying()))
         return;
     if (gainer != nullptr && gainer->Kind() == WindowKind::ComboBox)
-        if (const HWND field = gainer->Child(kComboEditId); field != nullptr)
+        if (WindowRecord* const field = gainer->Child(kComboEditId); field != nullptr)
             gainer = field;
     const auto take = [gainer] {
         if (gainer != nullptr)
@@ -52,21 +53,22 @@ void SetFocusTo(HWND gainer, bool byUser) {
         MoveFocus(gainer, byUser, take);
 }
 
-void ReportFocus(HWND gainer) noexcept {
-    Guarded([gainer] {
+void ReportFocus(HWND window) noexcept {
+    Guarded([gainer = RecordOf(window)] {
         const bool canTake = IsWindow(gainer) && !gainer->IsDying();
         MoveFocus(canTake ? gainer : nullptr, true, [] {});
     });
 }
 
-HWND CaptureWindow() {
+WindowRecord* CaptureWindow() {
     return s_capture;
 }
 
-void SetCaptureTo(HWND gainer) {
+void SetCaptureTo(HWND window) {
+    WindowRecord* const gainer = RecordOf(window);
     if (gainer != nullptr && (!IsWindow(gainer) || gainer->IsDying()))
         return;
-    const HWND loser = std::exchange(s_capture, gainer);
+    WindowRecord* const loser = std::exchange(s_capture, gainer);
     if (loser == gainer)
         return;
     if (IsWindow(loser))

@@ -1,4 +1,4 @@
-#include "framework/window/fontcache.h"
+#include "kortavin/window/fontcache.h"
 
 #include <functional>
 #include <string_view>

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/window/toolkit.h"
+#include "kortavin/window/toolkit.h"
 
 namespace kortavin::window {
 

@@ -1,10 +1,12 @@
-#include "framework/window/gdi.h"
+#include "kortavin/window/gdi.h"
 
 #include <utility>
 
-#include "framework/window/fontcache.h"
+#include "kortavin/window/fontcache.h"
 
-namespace kortavin::window {
+namespace kortavin {
+
+namespace window {
 
 // The lines run through the middle, so that a small swatch shows them too.
 std::optional<HatchPattern> HatchPatternOf(int hatchStyle) {
@@ -45,7 +47,7 @@ std::span<const int> DashesOf(int penStyle) {
     }
 }
 
-}  // namespace kortavin::window
+}  // namespace window
 
 CFont::CFont(const LOGFONT& description) {
     CreateFontIndirect(&description);
@@ -55,7 +57,7 @@ BOOL CFont::CreateFontIndirect(const LOGFONT* description) {
     if (description == nullptr)
         return FALSE;
     // Before anything changes: without a toolkit this throws.
-    auto native = kortavin::window::SharedFont(*description);
+    auto native = window::SharedFont(*description);
     m_description = *description;
     m_native = std::move(native);
     return m_native != nullptr;
@@ -64,3 +66,5 @@ BOOL CFont::CreateFontIndirect(const LOGFONT* description) {
 void CFont::DeleteObject() {
     m_native.reset();
 }
+
+}  // namespace kortavin

@@ -5,10 +5,12 @@
 #include <optional>
 #include <span>
 
-#include "framework/base/export.h"
-#include "framework/base/types.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/types.h"
 
-namespace kortavin::window {
+namespace kortavin {
+
+namespace window {
 class NativeFont;
 }
 
@@ -62,7 +64,7 @@ inline constexpr int HS_BDIAGONAL = 3;  // rising from lower left to upper right
 inline constexpr int HS_CROSS = 4;
 inline constexpr int HS_DIAGCROSS = 5;
 
-namespace kortavin::window {
+namespace window {
 
 // 8 by 8 pixels, repeated from the client area's origin. Row 0 is the upper one; bit 7 of a row is its left
 // pixel; a set bit is painted in the hatch's colour.
@@ -74,7 +76,7 @@ KORTAVIN_API std::optional<HatchPattern> HatchPatternOf(int hatchStyle);
 // Lengths in pixels of dash, gap, dash, gap...; empty for a solid line. Only lines one pixel wide are dashed.
 KORTAVIN_API std::span<const int> DashesOf(int penStyle);
 
-}  // namespace kortavin::window
+}  // namespace window
 
 // How lines and outlines are drawn. Width 0 means one pixel. A wider pen is solid whatever its style.
 class KORTAVIN_API CPen {
@@ -97,16 +99,15 @@ class KORTAVIN_API CBrush {
   public:
     CBrush() = default;  // hollow
     explicit CBrush(COLORREF color) : m_solid(true), m_color(color) {}
-    CBrush(int hatchStyle, COLORREF color)
-        : m_hatch(kortavin::window::HatchPatternOf(hatchStyle)), m_color(color) {}
+    CBrush(int hatchStyle, COLORREF color) : m_hatch(window::HatchPatternOf(hatchStyle)), m_color(color) {}
 
     bool IsHollow() const { return !m_solid && !m_hatch; }
-    const std::optional<kortavin::window::HatchPattern>& GetHatch() const { return m_hatch; }
+    const std::optional<window::HatchPattern>& GetHatch() const { return m_hatch; }
     COLORREF GetColor() const { return m_color; }
 
   private:
     bool m_solid = false;
-    std::optional<kortavin::window::HatchPattern> m_hatch;
+    std::optional<window::HatchPattern> m_hatch;
     COLORREF m_color = 0;
 };
 
@@ -121,9 +122,33 @@ class KORTAVIN_API CFont {
 
     const LOGFONT& GetLogFont() const { return m_description; }
     // Null until the font was created.
-    const kortavin::window::NativeFont* GetNative() const { return m_native.get(); }
+    const window::NativeFont* GetNative() const { return m_native.get(); }
 
   private:
     LOGFONT m_description;
-    std::shared_ptr<const kortavin::window::NativeFont> m_native;
+    std::shared_ptr<const window::NativeFont> m_native;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CBrush;
+using kortavin::CFont;
+using kortavin::CPen;
+using kortavin::FW_NORMAL;
+using kortavin::FW_SEMIBOLD;
+using kortavin::HS_BDIAGONAL;
+using kortavin::HS_CROSS;
+using kortavin::HS_DIAGCROSS;
+using kortavin::HS_FDIAGONAL;
+using kortavin::HS_HORIZONTAL;
+using kortavin::HS_VERTICAL;
+using kortavin::LOGFONT;
+using kortavin::PS_DASH;
+using kortavin::PS_DASHDOT;
+using kortavin::PS_DASHDOTDOT;
+using kortavin::PS_DOT;
+using kortavin::PS_NULL;
+using kortavin::PS_SOLID;
+using kortavin::TEXTMETRIC;
+#endif

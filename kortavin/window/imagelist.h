@@ -1,7 +1,9 @@
 #pragma once
 
-#include "framework/base/export.h"
-#include "framework/base/geometry.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/geometry.h"
+
+namespace kortavin {
 
 class CDC;
 
@@ -15,3 +17,9 @@ class KORTAVIN_API CImageList {
     // With its upper left corner at the point; FALSE when there is no such picture.
     virtual BOOL Draw(CDC* dc, int image, CPoint corner) = 0;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CImageList;
+#endif

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/base/types.h"
+#include "kortavin/base/types.h"
+
+namespace kortavin {
 
 // Keys by their numbers; letters and digits have those of their capital ASCII characters.
 inline constexpr UINT VK_LBUTTON = 1;
@@ -34,3 +36,35 @@ inline constexpr UINT MK_CONTROL = 0x08;
 
 // One notch of a mouse wheel.
 inline constexpr int WHEEL_DELTA = 120;
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::MK_CONTROL;
+using kortavin::MK_LBUTTON;
+using kortavin::MK_RBUTTON;
+using kortavin::MK_SHIFT;
+using kortavin::VK_BACK;
+using kortavin::VK_CONTROL;
+using kortavin::VK_DELETE;
+using kortavin::VK_DOWN;
+using kortavin::VK_END;
+using kortavin::VK_ESCAPE;
+using kortavin::VK_F1;
+using kortavin::VK_F4;
+using kortavin::VK_HOME;
+using kortavin::VK_INSERT;
+using kortavin::VK_LBUTTON;
+using kortavin::VK_LEFT;
+using kortavin::VK_MENU;
+using kortavin::VK_NEXT;
+using kortavin::VK_PRIOR;
+using kortavin::VK_RBUTTON;
+using kortavin::VK_RETURN;
+using kortavin::VK_RIGHT;
+using kortavin::VK_SHIFT;
+using kortavin::VK_SPACE;
+using kortavin::VK_TAB;
+using kortavin::VK_UP;
+using kortavin::WHEEL_DELTA;
+#endif

@@ -1,19 +1,21 @@
-#include "framework/window/listbox.h"
+#include "kortavin/window/listbox.h"
 
 #include <algorithm>
 #include <functional>
 #include <ranges>
 
-#include "framework/window/window.h"
+#include "kortavin/window/windowrecord.h"
+
+namespace kortavin {
 
 namespace {
 
-kortavin::window::NativeList* ListOf(HWND window) {
-    return window != nullptr ? window->Native().AsList() : nullptr;
+window::NativeList* ListOf(HWND window) {
+    return window != nullptr ? window::RecordOf(window)->Native().AsList() : nullptr;
 }
 
 // Behind its equals.
-int PlaceInOrder(const kortavin::window::NativeList& list, const CString& text) {
+int PlaceInOrder(const window::NativeList& list, const CString& text) {
     const auto places = std::views::iota(0, list.Count());
     return *std::ranges::upper_bound(places, text, std::less<>(),
                                      [&list](int place) { return list.ItemText(place); });
@@ -75,3 +77,5 @@ int CListBox::SetCurSel(int index) {
     list->Select(selected);
     return selected;
 }
+
+}  // namespace kortavin

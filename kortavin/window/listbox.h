@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 inline constexpr int LB_ERR = -1;
 
@@ -21,3 +23,10 @@ class KORTAVIN_API CListBox : public CWnd {
     int GetCurSel() const;                        // LB_ERR: none
     int SetCurSel(int index);  // LB_ERR for -1 and for an index that does not exist: none is selected
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CListBox;
+using kortavin::LB_ERR;
+#endif

@@ -2,10 +2,10 @@
 #include <array>
 #include <string_view>
 
-#include "framework/window/dialog.h"
-#include "framework/window/window.h"
-#include "framework/window/windowclass.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/dialog.h"
+#include "kortavin/window/windowclass.h"
+#include "kortavin/window/windowrecord.h"
 
 namespace kortavin::window {
 namespace {
@@ -14,7 +14,7 @@ WindowKind RequireKind(const char* className) {
     if (const auto kind = KindOfClass(className))
         return *kind;
     CString text;
-    text.Format(Text(resources::TextId::NoSuchControlClass), className);
+    text.Format(Text(base::TextId::NoSuchControlClass), className);
     throw CResourceException(text);
 }
 
@@ -23,8 +23,8 @@ CString TextOf(const ResourceModule& module, unsigned number) {
 }
 
 // The dialog's font is for the toolkit's own controls; what the library paints keeps its own.
-void MakeControl(HWND parent, const ControlTemplate& control, const ResourceModule& module, CSize unit,
-                 const CFont& font) {
+void MakeControl(WindowRecord* parent, const ControlTemplate& control, const ResourceModule& module,
+                 CSize unit, const CFont& font) {
     const WindowKind kind = RequireKind(control.className);
     const CRect place{CPoint(control.x, control.y), CSize(control.width, control.height)};
     const WindowRequest request{kind,
@@ -33,7 +33,7 @@ void MakeControl(HWND parent, const ControlTemplate& control, const ResourceModu
                                 PixelsOf(place, unit),
                                 TextOf(module, control.text),
                                 kind == WindowKind::Plain ? nullptr : &font};
-    Window::Create({kind, parent, nullptr, control.id, request.style}, request);
+    WindowRecord::Create({kind, parent, nullptr, control.id, request.style}, request);
 }
 
 }  // namespace
@@ -59,7 +59,7 @@ CRect PixelsOf(const CRect& units, CSize unit) {
             MulDiv(units.bottom, unit.cy, 8)};
 }
 
-CSize MakeControls(HWND parent, const DialogTemplate& dialog, const ResourceModule& module) {
+CSize MakeControls(WindowRecord* parent, const DialogTemplate& dialog, const ResourceModule& module) {
     const CFont font = DialogFont(dialog);
     const CSize unit = DialogUnitOf(font);
     for (const ControlTemplate& control : dialog.controls)
@@ -67,7 +67,7 @@ CSize MakeControls(HWND parent, const DialogTemplate& dialog, const ResourceModu
     return unit;
 }
 
-HWND MakeDialogWindow(const FoundDialog& found, HWND parent) {
+WindowRecord* MakeDialogWindow(const FoundDialog& found, WindowRecord* parent) {
     const CFont font = DialogFont(*found.dialog);
     WindowRequest request{WindowKind::Dialog,
                           parent != nullptr ? &parent->Native() : nullptr,
@@ -75,7 +75,7 @@ HWND MakeDialogWindow(const FoundDialog& found, HWND parent) {
                           PixelsOf({0, 0, found.dialog->width, found.dialog->height}, DialogUnitOf(font)),
                           TextOf(*found.module, found.dialog->caption),
                           &font};
-    return Window::Create({WindowKind::Dialog, nullptr, parent, 0, request.style}, request);
+    return WindowRecord::Create({WindowKind::Dialog, nullptr, parent, 0, request.style}, request);
 }
 
 }  // namespace kortavin::window

@@ -1,10 +1,12 @@
-#include "framework/window/messagebox.h"
+#include "kortavin/window/messagebox.h"
 
 #include <utility>
 
-#include "framework/window/toolkit.h"
+#include "kortavin/window/toolkit.h"
 
-namespace kortavin::window {
+namespace kortavin {
+
+namespace window {
 namespace {
 
 MessageBoxHandler& CurrentHandler() {
@@ -18,15 +20,17 @@ MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
     return std::exchange(CurrentHandler(), std::move(handler));
 }
 
-}  // namespace kortavin::window
+}  // namespace window
 
 int AfxMessageBox(const char* text, UINT type, UINT /*helpContext*/) {
     const char* const shown = text != nullptr ? text : "";
-    if (const auto handler = kortavin::window::CurrentHandler())
+    if (const auto handler = window::CurrentHandler())
         return handler(shown, type);
     try {
-        return kortavin::window::RequireToolkit().ShowMessageBox(shown, type, nullptr);
+        return window::RequireToolkit().ShowMessageBox(shown, type, nullptr);
     } catch (const CResourceException&) {
         return IDOK;
     }
 }
+
+}  // namespace kortavin

@@ -2,8 +2,10 @@
 
 #include <functional>
 
-#include "framework/base/export.h"
-#include "framework/base/types.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/types.h"
+
+namespace kortavin {
 
 inline constexpr UINT MB_OK = 0;
 inline constexpr int IDOK = 1;
@@ -14,7 +16,7 @@ inline constexpr int IDCANCEL = 2;
 // dropped and the answer is IDOK.
 KORTAVIN_API int AfxMessageBox(const char* text, UINT type = MB_OK, UINT helpContext = 0);
 
-namespace kortavin::window {
+namespace window {
 
 // Takes the place of the box: a command-line program writes a line, a test keeps a record. The text is GBK,
 // and not copied on its way: it may tell that memory is exhausted.
@@ -23,4 +25,13 @@ using MessageBoxHandler = std::function<int(const char* text, UINT type)>;
 // Sets the handler (an empty one: none) and returns the former. To be called on the user-interface thread.
 KORTAVIN_API MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler);
 
-}  // namespace kortavin::window
+}  // namespace window
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::AfxMessageBox;
+using kortavin::IDCANCEL;
+using kortavin::IDOK;
+using kortavin::MB_OK;
+#endif

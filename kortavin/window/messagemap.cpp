@@ -1,6 +1,6 @@
-#include "framework/window/messagemap.h"
+#include "kortavin/window/messagemap.h"
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
 
 namespace kortavin::window {
 namespace {
@@ -29,7 +29,7 @@ const MessageEntry* MessageMap::Find(RouteKind kind, UINT message, int code, int
 }
 
 CWnd* WindowOfParam(std::uintptr_t param) {
-    return CWnd::FromHandle(reinterpret_cast<HWND>(param));
+    return CWnd::FromHandle(reinterpret_cast<WindowRecord*>(param));
 }
 
 CDC* DcOfParam(std::uintptr_t param) {

@@ -2,13 +2,15 @@
 
 #include <span>
 
-#include "framework/base/export.h"
-#include "framework/window/messages.h"
+#include "kortavin/base/export.h"
+#include "kortavin/window/messages.h"
+
+namespace kortavin {
 
 class CWnd;
 class CCmdUI;
 
-namespace kortavin::window {
+namespace window {
 
 // One message on its way through a message map.
 struct Message {
@@ -158,4 +160,6 @@ constexpr MessageEntry OnReflected() {
     return {RouteKind::Reflected, WM_COMMAND, code, 0, 0, &InvokeMember<member>};
 }
 
-}  // namespace kortavin::window
+}  // namespace window
+
+}  // namespace kortavin

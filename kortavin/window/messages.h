@@ -1,7 +1,9 @@
 #pragma once
 
-#include "framework/window/messagebox.h"
-#include "framework/window/wintypes.h"
+#include "kortavin/window/messagebox.h"
+#include "kortavin/window/wintypes.h"
+
+namespace kortavin {
 
 // Messages. Where a handler's signature is fixed (messagemap.h), it stands behind the number.
 inline constexpr UINT WM_DESTROY = 0x0002;
@@ -91,3 +93,84 @@ inline constexpr UINT HTCLIENT = 1;
 inline constexpr int IDC_STATIC = -1;
 
 inline constexpr UINT ID_EDIT_SELECT_ALL = 57642;
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::BN_CLICKED;
+using kortavin::BN_DOUBLECLICKED;
+using kortavin::CBN_CLOSEUP;
+using kortavin::CBN_DBLCLK;
+using kortavin::CBN_DROPDOWN;
+using kortavin::CBN_EDITCHANGE;
+using kortavin::CBN_KILLFOCUS;
+using kortavin::CBN_SELCHANGE;
+using kortavin::CBN_SETFOCUS;
+using kortavin::DLGC_WANTALLKEYS;
+using kortavin::DLGC_WANTARROWS;
+using kortavin::DLGC_WANTCHARS;
+using kortavin::DLGC_WANTTAB;
+using kortavin::HTCLIENT;
+using kortavin::ID_EDIT_SELECT_ALL;
+using kortavin::IDC_STATIC;
+using kortavin::LBN_DBLCLK;
+using kortavin::LBN_SELCHANGE;
+using kortavin::RDW_ERASE;
+using kortavin::RDW_INVALIDATE;
+using kortavin::RDW_UPDATENOW;
+using kortavin::SB_BOTTOM;
+using kortavin::SB_ENDSCROLL;
+using kortavin::SB_HORZ;
+using kortavin::SB_LEFT;
+using kortavin::SB_LINEDOWN;
+using kortavin::SB_LINELEFT;
+using kortavin::SB_LINERIGHT;
+using kortavin::SB_LINEUP;
+using kortavin::SB_PAGEDOWN;
+using kortavin::SB_PAGELEFT;
+using kortavin::SB_PAGERIGHT;
+using kortavin::SB_PAGEUP;
+using kortavin::SB_RIGHT;
+using kortavin::SB_THUMBPOSITION;
+using kortavin::SB_THUMBTRACK;
+using kortavin::SB_TOP;
+using kortavin::SB_VERT;
+using kortavin::TCN_SELCHANGE;
+using kortavin::WM_CAPTURECHANGED;
+using kortavin::WM_CHAR;
+using kortavin::WM_CLOSE;
+using kortavin::WM_COMMAND;
+using kortavin::WM_DESTROY;
+using kortavin::WM_DRAWITEM;
+using kortavin::WM_ENABLE;
+using kortavin::WM_ERASEBKGND;
+using kortavin::WM_GETDLGCODE;
+using kortavin::WM_GETFONT;
+using kortavin::WM_HSCROLL;
+using kortavin::WM_IME_STARTCOMPOSITION;
+using kortavin::WM_INITDIALOG;
+using kortavin::WM_KEYDOWN;
+using kortavin::WM_KEYUP;
+using kortavin::WM_KILLFOCUS;
+using kortavin::WM_LBUTTONDBLCLK;
+using kortavin::WM_LBUTTONDOWN;
+using kortavin::WM_LBUTTONUP;
+using kortavin::WM_MEASUREITEM;
+using kortavin::WM_MOUSEMOVE;
+using kortavin::WM_MOUSEWHEEL;
+using kortavin::WM_NCDESTROY;
+using kortavin::WM_NOTIFY;
+using kortavin::WM_PAINT;
+using kortavin::WM_RBUTTONDOWN;
+using kortavin::WM_RBUTTONUP;
+using kortavin::WM_SETCURSOR;
+using kortavin::WM_SETFOCUS;
+using kortavin::WM_SETFONT;
+using kortavin::WM_SETREDRAW;
+using kortavin::WM_SIZE;
+using kortavin::WM_SYSCHAR;
+using kortavin::WM_SYSCOLORCHANGE;
+using kortavin::WM_TIMER;
+using kortavin::WM_USER;
+using kortavin::WM_VSCROLL;
+#endif

@@ -1,22 +1,24 @@
-#include "framework/window/metrics.h"
+#include "kortavin/window/metrics.h"
 
 #include <string_view>
 
-#include "framework/window/toolkit.h"
+#include "kortavin/window/toolkit.h"
+
+namespace kortavin {
 
 COLORREF GetSysColor(int index) {
-    const auto* const toolkit = kortavin::window::CurrentToolkit();
-    return toolkit != nullptr ? toolkit->SystemColor(index) : kortavin::window::PlainColor(index);
+    const auto* const toolkit = window::CurrentToolkit();
+    return toolkit != nullptr ? toolkit->SystemColor(index) : window::PlainColor(index);
 }
 
 int GetSystemMetrics(int index) {
     constexpr int kPlainBarWidth = 17;
-    if (const auto* const toolkit = kortavin::window::CurrentToolkit(); toolkit != nullptr)
+    if (const auto* const toolkit = window::CurrentToolkit(); toolkit != nullptr)
         return toolkit->SystemMetric(index);
     return index == SM_CXVSCROLL || index == SM_CYHSCROLL ? kPlainBarWidth : 0;
 }
 
-namespace kortavin::window {
+namespace window {
 
 COLORREF PlainColor(int index) {
     switch (index) {
@@ -47,4 +49,6 @@ LOGFONT MessageBoxFont() {
     return description;
 }
 
-}  // namespace kortavin::window
+}  // namespace window
+
+}  // namespace kortavin

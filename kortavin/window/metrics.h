@@ -1,8 +1,10 @@
 #pragma once
 
-#include "framework/base/export.h"
-#include "framework/base/types.h"
-#include "framework/window/gdi.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/types.h"
+#include "kortavin/window/gdi.h"
+
+namespace kortavin {
 
 // System colours (arguments of GetSysColor).
 inline constexpr int COLOR_WINDOW = 5;
@@ -25,7 +27,7 @@ inline constexpr int SM_CYHSCROLL = 3;
 KORTAVIN_API COLORREF GetSysColor(int index);
 KORTAVIN_API int GetSystemMetrics(int index);
 
-namespace kortavin::window {
+namespace window {
 
 // The colours of that plain desktop.
 KORTAVIN_API COLORREF PlainColor(int index);
@@ -33,4 +35,23 @@ KORTAVIN_API COLORREF PlainColor(int index);
 // The font in which message boxes are written, which new grids take. Loads no toolkit either.
 KORTAVIN_API LOGFONT MessageBoxFont();
 
-}  // namespace kortavin::window
+}  // namespace window
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::COLOR_3DDKSHADOW;
+using kortavin::COLOR_3DHIGHLIGHT;
+using kortavin::COLOR_BTNFACE;
+using kortavin::COLOR_BTNSHADOW;
+using kortavin::COLOR_BTNTEXT;
+using kortavin::COLOR_GRAYTEXT;
+using kortavin::COLOR_HIGHLIGHT;
+using kortavin::COLOR_HIGHLIGHTTEXT;
+using kortavin::COLOR_WINDOW;
+using kortavin::COLOR_WINDOWTEXT;
+using kortavin::GetSysColor;
+using kortavin::GetSystemMetrics;
+using kortavin::SM_CXVSCROLL;
+using kortavin::SM_CYHSCROLL;
+#endif

@@ -2,28 +2,29 @@
 #include <new>
 #include <utility>
 
-#include "framework/window/messagebox.h"
-#include "framework/window/window.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/messagebox.h"
+#include "kortavin/window/windowrecord.h"
 
 namespace kortavin::window {
 namespace {
 
 // A dialog's loop that is running; the innermost one takes the errors that nobody else would hear of.
 struct ModalRun {
-    explicit ModalRun(HWND dialogWindow);
+    explicit ModalRun(WindowRecord* dialogWindow);
     ~ModalRun();
     ModalRun(const ModalRun&) = delete;
     ModalRun& operator=(const ModalRun&) = delete;
 
-    HWND dialog;
+    WindowRecord* dialog;
     ModalRun* outer;
     std::exception_ptr error;
 };
 
 constinit ModalRun* s_innermost = nullptr;
 
-ModalRun::ModalRun(HWND dialogWindow) : dialog(dialogWindow), outer(std::exchange(s_innermost, this)) {}
+ModalRun::ModalRun(WindowRecord* dialogWindow)
+    : dialog(dialogWindow), outer(std::exchange(s_innermost, this)) {}
 ModalRun::~ModalRun() {
     s_innermost = outer;
 }
@@ -37,13 +38,13 @@ void EndRunWithCurrentError(ModalRun& run) {
 
 void ShowUnknownError(const char* what) {
     CString text;
-    text.Format(resources::Text(resources::TextId::UnknownError), what);
+    text.Format(base::Text(base::TextId::UnknownError), what);
     AfxMessageBox(text);
 }
 
 }  // namespace
 
-void RunModal(HWND dialog) {
+void RunModal(WindowRecord* dialog) {
     ModalRun run(dialog);
     RequireToolkit().RunModal(dialog->Native());
     if (run.error != nullptr)

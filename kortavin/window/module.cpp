@@ -1,14 +1,14 @@
-#include "framework/window/module.h"
+#include "kortavin/window/module.h"
 
 #include <algorithm>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "framework/base/codepage.h"
-#include "framework/base/exception.h"
-#include "resources/module.h"
-#include "resources/texts.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/ownmodule.h"
 
 namespace kortavin::window {
 namespace {
@@ -29,7 +29,7 @@ void RequireSound(const ResourceModule& module) {
     if (module.name != nullptr && *module.name != 0 && std::ranges::all_of(module.dialogs, isSound))
         return;
     CString text;
-    text.Format(Text(resources::TextId::DamagedModule), module.name != nullptr ? module.name : "");
+    text.Format(Text(base::TextId::DamagedModule), module.name != nullptr ? module.name : "");
     throw CResourceException(text);
 }
 
@@ -40,6 +40,7 @@ std::vector<const ResourceModule*>& Chain() {
 }
 
 constinit const ResourceModule* s_current = nullptr;
+constinit OwnModuleFactory s_makeOwn = nullptr;
 
 // Asks the current source, then the chain, until `ask` answers something.
 template <class Ask>
@@ -57,10 +58,16 @@ auto AskModules(Ask ask) -> decltype(ask(std::declval<const ResourceModule&>()))
 
 const ResourceModule& OwnModule() {
     static const ResourceModule& own = [&]() -> const ResourceModule& {
-        RequireSound(resources::Module());
-        return resources::Module();
+        const ResourceModule& module = s_makeOwn();
+        RequireSound(module);
+        return module;
     }();
     return own;
+}
+
+bool RegisterOwnModule(OwnModuleFactory factory) noexcept {
+    s_makeOwn = factory;
+    return true;
 }
 
 void AddModule(const ResourceModule* module) {

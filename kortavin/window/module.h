@@ -3,8 +3,8 @@
 #include <optional>
 #include <span>
 
-#include "framework/base/cstring.h"
-#include "framework/window/dialogtemplate.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/window/dialogtemplate.h"
 
 // Where dialog templates and texts come from: resource modules, chained in the order in which they were
 // added, one of which is the current source and asked first. This library's own module answers to

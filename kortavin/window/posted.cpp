@@ -1,7 +1,7 @@
 #include <deque>
 
-#include "framework/window/messagemap.h"
-#include "framework/window/window.h"
+#include "kortavin/window/messagemap.h"
+#include "kortavin/window/windowrecord.h"
 
 namespace kortavin::window {
 namespace {
@@ -34,7 +34,7 @@ void DispatchPosted() noexcept {
         // A handler may run a loop of its own, in which the rest must arrive.
         if (!Queue().empty())
             Guarded([] { RequireToolkit().RequestDispatch(); });
-        Report(*next.window, next.message.message, next.message.wParam, next.message.lParam);
+        Report(*RecordOf(next.window), next.message.message, next.message.wParam, next.message.lParam);
     }
 }
 

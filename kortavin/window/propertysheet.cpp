@@ -1,15 +1,16 @@
-#include "framework/window/propertysheet.h"
+#include "kortavin/window/propertysheet.h"
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
-#include "framework/window/button.h"
-#include "framework/window/window.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/button.h"
+#include "kortavin/window/windowrecord.h"
 
-namespace window = kortavin::window;
-using kortavin::resources::TextId;
+namespace kortavin {
+
+using base::TextId;
 
 namespace {
 
@@ -32,10 +33,10 @@ CString CaptionOf(const window::FoundDialog& page) {
     return hasText ? CString(page.module->text(page.dialog->caption)) : CString();
 }
 
-HWND MakeChild(HWND parent, window::WindowKind kind, int id, DWORD style, const CRect& rect,
-               const CString& text) {
+window::WindowRecord* MakeChild(window::WindowRecord* parent, window::WindowKind kind, int id, DWORD style,
+                                const CRect& rect, const CString& text) {
     const window::WindowRequest request{kind, &parent->Native(), style | WS_CHILD, rect, text, nullptr};
-    return window::Window::Create({kind, parent, nullptr, id, request.style}, request);
+    return window::WindowRecord::Create({kind, parent, nullptr, id, request.style}, request);
 }
 
 }  // namespace
@@ -127,12 +128,13 @@ BOOL CPropertySheet::OnInitDialog() {
 }
 
 window::NativeTabs& CPropertySheet::Tabs() const {
-    return *m_hWnd->Child(kTabsId)->Native().AsTabs();
+    return *window::RecordOf(m_hWnd)->Child(kTabsId)->Native().AsTabs();
 }
 
 // The tabs and, on their frame, a window for each page, still empty. Answers where the tabs lie.
 CRect CPropertySheet::MakePages() {
-    const HWND tabs = MakeChild(m_hWnd, window::WindowKind::Tabs, kTabsId, WS_VISIBLE | WS_TABSTOP, {}, {});
+    window::WindowRecord* const tabs = MakeChild(window::RecordOf(m_hWnd), window::WindowKind::Tabs, kTabsId,
+                                                 WS_VISIBLE | WS_TABSTOP, {}, {});
     CSize size;
     for (const auto& found : m_templates) {
         Tabs().Add(CaptionOf(found).View());
@@ -145,7 +147,7 @@ CRect CPropertySheet::MakePages() {
     const CRect around = Tabs().Around(place);
     tabs->Native().Move(around);
     for (CPropertyPage* const page : m_pages)
-        page->SubclassWindow(MakeChild(m_hWnd, window::WindowKind::Plain, 0, 0, place, {}));
+        page->SubclassWindow(MakeChild(window::RecordOf(m_hWnd), window::WindowKind::Plain, 0, 0, place, {}));
     return around;
 }
 
@@ -154,12 +156,12 @@ void CPropertySheet::MakeButtons(const CRect& tabs) {
     const CSize margin = window::PixelsOf({0, 0, kMargin, kMargin}, SheetUnit()).Size();
     const CSize size = window::PixelsOf({0, 0, kButton.cx, kButton.cy}, SheetUnit()).Size();
     CPoint corner(tabs.right - 2 * size.cx - margin.cx, tabs.bottom + margin.cy);
-    MakeChild(m_hWnd, window::WindowKind::Button, IDOK, WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON,
-              {corner, size}, CString(Text(TextId::Ok)));
+    MakeChild(window::RecordOf(m_hWnd), window::WindowKind::Button, IDOK,
+              WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, {corner, size}, CString(Text(TextId::Ok)));
     corner.x += size.cx + margin.cx;
-    MakeChild(m_hWnd, window::WindowKind::Button, IDCANCEL, WS_VISIBLE | WS_TABSTOP, {corner, size},
-              CString(Text(TextId::Cancel)));
-    const CPoint place = m_hWnd->Native().GetRect().TopLeft();
+    MakeChild(window::RecordOf(m_hWnd), window::WindowKind::Button, IDCANCEL, WS_VISIBLE | WS_TABSTOP,
+              {corner, size}, CString(Text(TextId::Cancel)));
+    const CPoint place = window::RecordOf(m_hWnd)->Native().GetRect().TopLeft();
     MoveWindow({place, CSize(tabs.right + margin.cx, corner.y + size.cy + margin.cy)});
 }
 
@@ -167,11 +169,11 @@ void CPropertySheet::MakeButtons(const CRect& tabs) {
 void CPropertySheet::SetUp(CPropertyPage& page, const window::FoundDialog& found) {
     page.m_isSetUp = true;
     try {
-        page.m_unit = window::MakeControls(page.m_hWnd, *found.dialog, *found.module);
+        page.m_unit = window::MakeControls(window::RecordOf(&page), *found.dialog, *found.module);
         page.OnInitDialog();
     } catch (...) {
-        while (page.m_hWnd != nullptr && !page.m_hWnd->Children().empty())
-            page.m_hWnd->Children().back()->Destroy();
+        while (page.m_hWnd != nullptr && !window::RecordOf(page.m_hWnd)->Children().empty())
+            window::RecordOf(page.m_hWnd)->Children().back()->Destroy();
         page.m_isSetUp = false;
         throw;
     }
@@ -190,7 +192,7 @@ void CPropertySheet::ShowOnly(int index, bool byKeys) {
     CPropertyPage* const former = GetPage(std::exchange(m_active, index));
     Tabs().Select(index);
     GetPage(index)->ShowWindow(TRUE);
-    if (window::FocusWindow() != m_hWnd->Child(kTabsId))
+    if (window::FocusWindow() != window::RecordOf(m_hWnd)->Child(kTabsId))
         GetPage(index)->FocusFirstControl(byKeys);
     if (former != nullptr)
         former->ShowWindow(FALSE);
@@ -206,7 +208,7 @@ BOOL CPropertySheet::TurnTo(int index, bool byKeys) {
         return FALSE;
     if (index == m_active)
         return TRUE;
-    const bool wasOnTabs = window::FocusWindow() == m_hWnd->Child(kTabsId);
+    const bool wasOnTabs = window::FocusWindow() == window::RecordOf(m_hWnd)->Child(kTabsId);
     if (!former->OnKillActive() || m_hWnd == nullptr)
         return FALSE;
     if (!Activate(index)) {
@@ -214,7 +216,7 @@ BOOL CPropertySheet::TurnTo(int index, bool byKeys) {
         return FALSE;
     }
     if (wasOnTabs)
-        window::SetFocusTo(m_hWnd->Child(kTabsId));
+        window::SetFocusTo(window::RecordOf(m_hWnd)->Child(kTabsId));
     ShowOnly(index, byKeys);
     return TRUE;
 }
@@ -232,7 +234,7 @@ void CPropertySheet::OnTabChosen() {
 }
 
 void CPropertySheet::OnOK() {
-    const HWND button = m_hWnd != nullptr ? m_hWnd->Child(IDOK) : nullptr;
+    window::WindowRecord* const button = m_hWnd != nullptr ? window::RecordOf(m_hWnd)->Child(IDOK) : nullptr;
     if (button != nullptr && !button->Native().IsEnabled())
         return;
     if (CPropertyPage* const active = GetPage(m_active); active != nullptr && !active->OnKillActive())
@@ -242,3 +244,5 @@ void CPropertySheet::OnOK() {
             page->OnOK();
     EndDialog(IDOK);
 }
+
+}  // namespace kortavin

@@ -2,7 +2,13 @@
 
 #include <vector>
 
-#include "framework/window/dialog.h"
+#include "kortavin/window/dialog.h"
+
+namespace kortavin {
+
+namespace window {
+class NativeTabs;
+}
 
 class CPropertySheet;
 
@@ -53,7 +59,7 @@ class KORTAVIN_API CPropertySheet : public CDialog {
     // answers -1.
     int DoModal() override;
 
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
   protected:
     BOOL OnInitDialog() override;
@@ -64,11 +70,11 @@ class KORTAVIN_API CPropertySheet : public CDialog {
     void OnTabChosen();
 
   private:
-    std::vector<kortavin::window::FoundDialog> FindTemplates() const;
-    kortavin::window::NativeTabs& Tabs() const;
+    std::vector<window::FoundDialog> FindTemplates() const;
+    window::NativeTabs& Tabs() const;
     CRect MakePages();
     void MakeButtons(const CRect& tabs);
-    void SetUp(CPropertyPage& page, const kortavin::window::FoundDialog& found);
+    void SetUp(CPropertyPage& page, const window::FoundDialog& found);
     bool Activate(int index);
     void ShowOnly(int index, bool byKeys = false);
     BOOL TurnTo(int index, bool byKeys);
@@ -78,6 +84,13 @@ class KORTAVIN_API CPropertySheet : public CDialog {
     int m_first;
     int m_active = -1;
     std::vector<CPropertyPage*> m_pages;
-    std::vector<kortavin::window::FoundDialog> m_templates;  // of the pages, during a run
-    kortavin::window::DialogTemplate m_frame;
+    std::vector<window::FoundDialog> m_templates;  // of the pages, during a run
+    window::DialogTemplate m_frame;
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CPropertyPage;
+using kortavin::CPropertySheet;
+#endif

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 // A label, or the place for a picture that a derived class paints.
 class KORTAVIN_API CStatic : public CWnd {
@@ -9,3 +11,9 @@ class KORTAVIN_API CStatic : public CWnd {
     using CWnd::Create;
     BOOL Create(const char* text, DWORD style, const CRect& rect, CWnd* parent, UINT id = 0xFFFF);
 };
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CStatic;
+#endif

@@ -1,4 +1,4 @@
-#include "framework/window/strokes.h"
+#include "kortavin/window/strokes.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -4,8 +4,9 @@
 #include <optional>
 #include <span>
 
-#include "framework/base/geometry.h"
-#include "framework/window/toolkit.h"
+#include "kortavin/base/export.h"
+#include "kortavin/base/geometry.h"
+#include "kortavin/window/toolkit.h"
 
 // Which pixels a line covers, so that all toolkits paint the same ones. From pixel to pixel a line one pixel
 // wide makes as many steps as its longer side counts, each of which covers the pixel that it starts from. A
@@ -19,17 +20,17 @@ struct DashRun {
 };
 
 // The part that lies so many steps behind the first point.
-KORTAVIN_API DashRun DashAt(const Stroke& stroke, long long position);
+DashRun DashAt(const Stroke& stroke, long long position);
 
 // The square that a stroke covers around one pixel of its line.
-KORTAVIN_API CRect StrokeSquare(CPoint pixel, const Stroke& stroke);
+CRect StrokeSquare(CPoint pixel, const Stroke& stroke);
 
 // True when every line between two points is horizontal or vertical.
-KORTAVIN_API bool IsAxisAligned(std::span<const CPoint> points);
+KORTAVIN_SEAM bool IsAxisAligned(std::span<const CPoint> points);
 
 // Hands out the rectangles that the stroke paints along an axis-aligned polyline, from its first point on,
 // dashes and painted gaps. The last pixel is omitted.
-KORTAVIN_API void ForEachStrokeRect(std::span<const CPoint> points, const Stroke& stroke,
-                                    const std::function<void(const CRect&, COLORREF)>& paint);
+KORTAVIN_SEAM void ForEachStrokeRect(std::span<const CPoint> points, const Stroke& stroke,
+                                     const std::function<void(const CRect&, COLORREF)>& paint);
 
 }  // namespace kortavin::window

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/base/types.h"
+#include "kortavin/base/types.h"
+
+namespace kortavin {
 
 // Styles of windows and controls. A template or a Create call combines them.
 inline constexpr DWORD WS_POPUP = 0x80000000;
@@ -52,3 +54,47 @@ inline constexpr DWORD ES_AUTOVSCROLL = 0x40;
 inline constexpr DWORD ES_AUTOHSCROLL = 0x80;
 inline constexpr DWORD ES_READONLY = 0x800;
 inline constexpr DWORD ES_WANTRETURN = 0x1000;  // Enter breaks the line; else it is the dialog's
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::BS_AUTOCHECKBOX;
+using kortavin::BS_AUTORADIOBUTTON;
+using kortavin::BS_DEFPUSHBUTTON;
+using kortavin::BS_GROUPBOX;
+using kortavin::BS_PUSHBUTTON;
+using kortavin::BS_TYPEMASK;
+using kortavin::CBS_AUTOHSCROLL;
+using kortavin::CBS_DROPDOWN;
+using kortavin::CBS_DROPDOWNLIST;
+using kortavin::CBS_HASSTRINGS;
+using kortavin::CBS_OWNERDRAWFIXED;
+using kortavin::CBS_SORT;
+using kortavin::ES_AUTOHSCROLL;
+using kortavin::ES_AUTOVSCROLL;
+using kortavin::ES_CENTER;
+using kortavin::ES_LEFT;
+using kortavin::ES_MULTILINE;
+using kortavin::ES_READONLY;
+using kortavin::ES_RIGHT;
+using kortavin::ES_WANTRETURN;
+using kortavin::LBS_NOINTEGRALHEIGHT;
+using kortavin::LBS_NOTIFY;
+using kortavin::LBS_SORT;
+using kortavin::SS_CENTER;
+using kortavin::SS_LEFT;
+using kortavin::SS_NOTIFY;
+using kortavin::SS_RIGHT;
+using kortavin::SS_TYPEMASK;
+using kortavin::WS_BORDER;
+using kortavin::WS_CAPTION;
+using kortavin::WS_CHILD;
+using kortavin::WS_DISABLED;
+using kortavin::WS_GROUP;
+using kortavin::WS_HSCROLL;
+using kortavin::WS_POPUP;
+using kortavin::WS_SYSMENU;
+using kortavin::WS_TABSTOP;
+using kortavin::WS_VISIBLE;
+using kortavin::WS_VSCROLL;
+#endif

@@ -1,13 +1,13 @@
-#include "framework/window/toolkit.h"
+#include "kortavin/window/toolkit.h"
 
 #include <dlfcn.h>
 
 #include <string>
 #include <utility>
 
-#include "framework/base/codepage.h"
-#include "framework/window/fontcache.h"
-#include "resources/texts.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/fontcache.h"
 
 namespace kortavin::window {
 namespace {
@@ -21,7 +21,7 @@ std::unique_ptr<Toolkit>& Holder() {
 }
 
 [[noreturn]] void ThrowNoWindows(std::string_view reason) {
-    throw CResourceException(CString(Text(resources::TextId::NoWindows)).Append(reason));
+    throw CResourceException(CString(Text(base::TextId::NoWindows)).Append(reason));
 }
 
 // The folder that this library was loaded from, ending in a slash.
@@ -71,7 +71,7 @@ NativeTabs* NativeWindow::AsTabs() {
     return nullptr;
 }
 
-std::unique_ptr<NativeWindow> NativeCombo::MakeEditField(Window&) {
+std::unique_ptr<NativeWindow> NativeCombo::MakeEditField(WindowRecord&) {
     return nullptr;
 }
 

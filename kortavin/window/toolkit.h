@@ -7,22 +7,23 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/base/cstring.h"
-#include "framework/base/exception.h"
-#include "framework/base/geometry.h"
-#include "framework/window/accessibletable.h"
-#include "framework/window/gdi.h"
-#include "framework/window/messages.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/base/geometry.h"
+#include "kortavin/window/accessibletable.h"
+#include "kortavin/window/gdi.h"
+#include "kortavin/window/messages.h"
+#include "kortavin/window/pointershape.h"
 
 // The seam between the library and a windowing toolkit. A toolkit carries out the interfaces of this header
-// and tells the library what happens by the functions at its end, always on the user-interface thread.
+// and tells the library what happens by the functions of windowrecord.h, always on the user-interface thread.
 // Pixels are the toolkit's logical ones, before any scaling for the screen. All text is GBK.
-class CWnd;
-
 namespace kortavin::window {
 
+class WindowRecord;
+
 // One font as the toolkit made it. Lives as long as something uses it.
-class KORTAVIN_API NativeFont {
+class KORTAVIN_SEAM NativeFont {
   public:
     virtual ~NativeFont();
     virtual TEXTMETRIC Metrics() const = 0;
@@ -45,7 +46,7 @@ struct Fill {
 };
 
 // Paints in one client area. Everything outside the clip stays as it was.
-class KORTAVIN_API Painter {
+class KORTAVIN_SEAM Painter {
   public:
     virtual ~Painter();
     virtual bool CanDraw() const = 0;  // false: every drawing operation does nothing
@@ -63,8 +64,6 @@ class KORTAVIN_API Painter {
     virtual void DrawText(CPoint corner, std::string_view text, const NativeFont& font, COLORREF color) = 0;
 };
 
-enum class CursorShape { Arrow, SizeHorizontal, SizeVertical, Wait };
-
 // One of a window's two scroll bars. A bar whose range is no larger than its page is hidden.
 struct ScrollState {
     int minimum = 0;
@@ -81,7 +80,7 @@ class NativeTabs;
 
 // What the toolkit made for one window. The toolkit reports what happens to it as messages to its Window;
 // where the library has no better answer it hands the message back to DefaultProc. Destroyed by the Window.
-class KORTAVIN_API NativeWindow {
+class KORTAVIN_SEAM NativeWindow {
   public:
     virtual ~NativeWindow();
 
@@ -124,7 +123,7 @@ class KORTAVIN_API NativeWindow {
     // Keeps the pointer in a rectangle of the client area; nothing: free. Where the desktop does not allow
     // that, positions that are reported are clamped.
     virtual void ConfinePointer(const std::optional<CRect>& rect) = 0;
-    virtual void SetCursor(CursorShape shape) = 0;
+    virtual void SetCursor(PointerShape shape) = 0;
 
     // Reports WM_TIMER again and again until stopped. Starting one that runs sets its period anew.
     virtual void StartTimer(UINT_PTR id, UINT milliseconds) = 0;
@@ -148,7 +147,7 @@ class KORTAVIN_API NativeWindow {
     virtual NativeTabs* AsTabs();
 };
 
-class KORTAVIN_API NativeButton {
+class KORTAVIN_SEAM NativeButton {
   public:
     virtual ~NativeButton();
     virtual bool IsChecked() const = 0;
@@ -157,7 +156,7 @@ class KORTAVIN_API NativeButton {
 
 // A combo box. What the program does to it is not reported; what the user does is, by NotifyParent with the
 // CBN_ codes, after it has happened.
-class KORTAVIN_API NativeCombo {
+class KORTAVIN_SEAM NativeCombo {
   public:
     virtual ~NativeCombo();
     virtual int Count() const = 0;
@@ -180,12 +179,12 @@ class KORTAVIN_API NativeCombo {
     // For a combo with an edit field (CBS_DROPDOWN): what stands for the field as a window of its own. The
     // field has the focus for the combo, and keys, characters and the focus are reported to it; its default
     // handling of them is the combo's. The combo outlives it.
-    virtual std::unique_ptr<NativeWindow> MakeEditField(Window& field);  // null: there is none
+    virtual std::unique_ptr<NativeWindow> MakeEditField(WindowRecord& field);  // null: there is none
 };
 
 // A list box with at most one item selected. What the program does to it is not reported; what the user does
 // is, with the LBN_ codes, after it has happened.
-class KORTAVIN_API NativeList {
+class KORTAVIN_SEAM NativeList {
   public:
     virtual ~NativeList();
     virtual int Count() const = 0;
@@ -200,7 +199,7 @@ class KORTAVIN_API NativeList {
 // A row of tabs over a frame in which pages are shown; the pages are windows of their own, beside this one.
 // The user's choice of another tab, also by Ctrl with PgUp and PgDn from anywhere in the dialog, is reported
 // with TCN_SELCHANGE when the tab has changed already; who does not agree selects the former one again.
-class KORTAVIN_API NativeTabs {
+class KORTAVIN_SEAM NativeTabs {
   public:
     virtual ~NativeTabs();
     virtual void Add(std::string_view text) = 0;
@@ -244,12 +243,12 @@ struct FileRequest {
     NativeWindow* parent = nullptr;
 };
 
-class KORTAVIN_API Toolkit {
+class KORTAVIN_SEAM Toolkit {
   public:
     virtual ~Toolkit();
 
     // Made hidden unless the style has WS_VISIBLE. CResourceException when it cannot be made.
-    virtual std::unique_ptr<NativeWindow> MakeWindow(const WindowRequest& request, Window& window) = 0;
+    virtual std::unique_ptr<NativeWindow> MakeWindow(const WindowRequest& request, WindowRecord& window) = 0;
     virtual std::shared_ptr<const NativeFont> MakeFont(const LOGFONT& description) = 0;
     virtual LOGFONT MessageBoxFont() const = 0;
     virtual COLORREF SystemColor(int index) const = 0;
@@ -282,15 +281,15 @@ using ToolkitFactory = std::unique_ptr<Toolkit> (*)();
 // A toolkit that is linked into the program (or loaded) names itself; called once while the program or
 // library is loaded. The factory runs when the first window is needed; CResourceException where it cannot
 // serve.
-KORTAVIN_API void RegisterToolkit(ToolkitFactory factory);
+KORTAVIN_SEAM void RegisterToolkit(ToolkitFactory factory);
 
 // Puts a toolkit in place (a test's own), or takes it away (null); answers the former. No window may exist.
 // With null the next need makes one anew.
-KORTAVIN_API std::unique_ptr<Toolkit> SetToolkit(std::unique_ptr<Toolkit> toolkit);
+KORTAVIN_SEAM std::unique_ptr<Toolkit> SetToolkit(std::unique_ptr<Toolkit> toolkit);
 
 // The toolkit in use: made by the registered factory at first, which libkortavin-qt, loaded from beside this
 // library, registers if no other did. CResourceException, each time, where none can be had.
-KORTAVIN_API Toolkit& RequireToolkit();
-KORTAVIN_API Toolkit* CurrentToolkit();  // null while none is in use
+KORTAVIN_SEAM Toolkit& RequireToolkit();
+KORTAVIN_SEAM Toolkit* CurrentToolkit();  // null while none is in use
 
 }  // namespace kortavin::window

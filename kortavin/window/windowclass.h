@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "framework/window/toolkit.h"
+#include "kortavin/window/toolkit.h"
 
 namespace kortavin::window {
 

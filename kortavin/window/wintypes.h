@@ -2,16 +2,14 @@
 
 #include <cstdint>
 
-#include "framework/base/cstring.h"
-#include "framework/base/geometry.h"
-#include "framework/base/types.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/base/geometry.h"
+#include "kortavin/base/types.h"
 
-namespace kortavin::window {
-class Window;
-}
+namespace kortavin {
 
-// A window's handle: the library's record of it (toolkit.h). Null stands for no window.
-using HWND = kortavin::window::Window*;
+// A window's handle. Null stands for no window; no other value means anything to a host.
+using HWND = void*;
 
 // A message's two parameters and its answer. All three can hold a pointer.
 using WPARAM = std::uintptr_t;
@@ -81,3 +79,31 @@ inline constexpr UINT ODS_SELECTED = 0x0001;
 inline constexpr UINT ODS_DISABLED = 0x0004;
 inline constexpr UINT ODS_FOCUS = 0x0010;
 inline constexpr UINT ODS_COMBOBOXEDIT = 0x1000;
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using HWND = kortavin::HWND;
+using WPARAM = kortavin::WPARAM;
+using LPARAM = kortavin::LPARAM;
+using LRESULT = kortavin::LRESULT;
+using UINT_PTR = kortavin::UINT_PTR;
+using SHORT = kortavin::SHORT;
+using kortavin::DRAWITEMSTRUCT;
+using kortavin::HIWORD;
+using kortavin::LOWORD;
+using kortavin::LPDRAWITEMSTRUCT;
+using kortavin::LPMEASUREITEMSTRUCT;
+using kortavin::MakePointParam;
+using kortavin::MakeWParam;
+using kortavin::MEASUREITEMSTRUCT;
+using kortavin::NMHDR;
+using kortavin::ODA_DRAWENTIRE;
+using kortavin::ODS_COMBOBOXEDIT;
+using kortavin::ODS_DISABLED;
+using kortavin::ODS_FOCUS;
+using kortavin::ODS_SELECTED;
+using kortavin::ODT_COMBOBOX;
+using kortavin::ODT_LISTBOX;
+using kortavin::PointOfParam;
+#endif

@@ -1,12 +1,12 @@
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
 
 #include <utility>
 
-#include "framework/window/dataexchange.h"
-#include "framework/window/window.h"
-#include "framework/window/windowclass.h"
+#include "kortavin/window/dataexchange.h"
+#include "kortavin/window/windowclass.h"
+#include "kortavin/window/windowrecord.h"
 
-namespace window = kortavin::window;
+namespace kortavin {
 
 namespace {
 
@@ -48,22 +48,23 @@ const CRuntimeClass* CWnd::GetRuntimeClass() const {
 }
 
 CWnd* CWnd::FromHandle(HWND handle) {
-    return window::IsWindow(handle) ? handle->ObjectForAsking() : nullptr;
+    return window::IsWindow(handle) ? window::RecordOf(handle)->ObjectForAsking() : nullptr;
 }
 
 BOOL CWnd::Create(const char* className, const char* windowName, DWORD style, const CRect& rect, CWnd* parent,
                   UINT id) {
     const auto kind = window::KindOfClass(className);
-    const HWND parentWindow = parent != nullptr ? parent->m_hWnd : nullptr;
+    window::WindowRecord* const parentWindow = window::RecordOf(parent);
     if (m_hWnd != nullptr || !kind || ((style & WS_CHILD) != 0 && parentWindow == nullptr))
         return FALSE;
     window::WindowRequest request{*kind, nullptr, style, rect, CString(windowName), nullptr};
     if (parentWindow != nullptr)
         request.parent = &parentWindow->Native();
     window::RequireToolkit();
-    HWND made = nullptr;
+    window::WindowRecord* made = nullptr;
     try {
-        made = window::Window::Create({*kind, parentWindow, nullptr, static_cast<int>(id), style}, request);
+        made = window::WindowRecord::Create({*kind, parentWindow, nullptr, static_cast<int>(id), style},
+                                            request);
         m_ownsWindow = Attach(made) != FALSE;
     } catch (const CResourceException&) {
         return FALSE;
@@ -76,11 +77,11 @@ BOOL CWnd::Create(const char* className, const char* windowName, DWORD style, co
 }
 
 BOOL CWnd::Attach(HWND handle) {
-    if (m_hWnd != nullptr || !window::IsWindow(handle) || handle->Object() != nullptr)
+    if (m_hWnd != nullptr || !window::IsWindow(handle) || window::RecordOf(handle)->Object() != nullptr)
         return FALSE;
     m_hWnd = handle;
     m_ownsWindow = false;
-    handle->SetObject(this);
+    window::RecordOf(handle)->SetObject(this);
     PreSubclassWindow();
     return TRUE;
 }
@@ -91,11 +92,11 @@ BOOL CWnd::SubclassWindow(HWND handle) {
 
 BOOL CWnd::SubclassDlgItem(UINT id, CWnd* parent) {
     return parent != nullptr && parent->m_hWnd != nullptr &&
-           Attach(parent->m_hWnd->Child(static_cast<int>(id)));
+           Attach(window::RecordOf(parent)->Child(static_cast<int>(id)));
 }
 
 HWND CWnd::UnsubclassWindow() {
-    const HWND former = std::exchange(m_hWnd, nullptr);
+    window::WindowRecord* const former = window::RecordOf(std::exchange(m_hWnd, nullptr));
     if (former != nullptr && former->Object() == this) {
         former->SetObject(nullptr);
         former->Native().SetAccessibleTable(nullptr);  // which was the object's
@@ -107,7 +108,7 @@ HWND CWnd::UnsubclassWindow() {
 BOOL CWnd::DestroyWindow() {
     if (m_hWnd == nullptr)
         return FALSE;
-    m_hWnd->Destroy();
+    window::RecordOf(m_hWnd)->Destroy();
     return TRUE;
 }
 
@@ -146,7 +147,7 @@ bool CWnd::Route(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
 }
 
 LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    return m_hWnd != nullptr ? window::HandleByDefault(m_hWnd, message, wParam, lParam) : 0;
+    return m_hWnd != nullptr ? window::HandleByDefault(window::RecordOf(m_hWnd), message, wParam, lParam) : 0;
 }
 
 LRESULT CWnd::Default() {
@@ -205,3 +206,5 @@ BOOL CWnd::UpdateData(BOOL save) {
         return FALSE;
     }
 }
+
+}  // namespace kortavin

@@ -2,14 +2,20 @@
 
 #include <memory>
 
-#include "framework/base/object.h"
-#include "framework/window/dc.h"
-#include "framework/window/keys.h"
-#include "framework/window/messagemap.h"
-#include "framework/window/styles.h"
-#include "framework/window/toolkit.h"
+#include "kortavin/base/object.h"
+#include "kortavin/window/dc.h"
+#include "kortavin/window/keys.h"
+#include "kortavin/window/messagemap.h"
+#include "kortavin/window/messages.h"
+#include "kortavin/window/pointershape.h"
+#include "kortavin/window/styles.h"
+
+namespace kortavin {
 
 class CDataExchange;
+namespace window {
+class WindowRecord;
+}
 
 // A command's or menu entry's state as its handler sets it.
 class CCmdUI {
@@ -109,7 +115,7 @@ class KORTAVIN_API CWnd : public CObject {
     static void ReleaseCapture();
     void ConfinePointer(const CRect& rect);
     static void ReleasePointer();
-    void SetCursor(kortavin::window::CursorShape shape);
+    void SetCursor(window::PointerShape shape);
 
     UINT_PTR SetTimer(UINT_PTR id, UINT milliseconds);  // answers the id, 0 without a window
     BOOL KillTimer(UINT_PTR id);
@@ -125,7 +131,7 @@ class KORTAVIN_API CWnd : public CObject {
     BOOL UpdateCommand(CCmdUI* state);
 
     // The message map of the object's class.
-    virtual const kortavin::window::MessageMap* GetMessageMap() const;
+    virtual const window::MessageMap* GetMessageMap() const;
 
     // What a message goes through: the map, then the default handling. Overridden rarely.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
@@ -145,7 +151,7 @@ class KORTAVIN_API CWnd : public CObject {
     virtual void DoDataExchange(CDataExchange* exchange);
 
   private:
-    friend class kortavin::window::Window;
+    friend class window::WindowRecord;
     friend class CDialog;
     bool Route(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     BOOL Attach(HWND window);
@@ -153,10 +159,20 @@ class KORTAVIN_API CWnd : public CObject {
     bool m_ownsWindow = false;
 };
 
-namespace kortavin::window {
+namespace window {
 
 // Names a class of plain windows for Create and dialog templates. Naming it again does nothing.
 KORTAVIN_API void RegisterWindowClass(const char* className);
 KORTAVIN_API bool IsWindowClass(const char* className);
 
-}  // namespace kortavin::window
+// False for null and for a window that is gone.
+KORTAVIN_API bool IsWindow(HWND window);
+
+}  // namespace window
+
+}  // namespace kortavin
+
+#ifndef KORTAVIN_NO_GLOBAL_NAMES
+using kortavin::CCmdUI;
+using kortavin::CWnd;
+#endif

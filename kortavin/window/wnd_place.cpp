@@ -1,13 +1,15 @@
-#include "framework/window/window.h"
-#include "framework/window/wnd.h"
+#include "kortavin/window/windowrecord.h"
+#include "kortavin/window/wnd.h"
+
+namespace kortavin {
 
 namespace {
 
 constinit HWND s_confining = nullptr;
 
-void InvalidateWithChildren(HWND window, const CRect* rect) {
+void InvalidateWithChildren(window::WindowRecord* window, const CRect* rect) {
     window->Native().Invalidate(rect);
-    for (const HWND child : window->Children()) {
+    for (window::WindowRecord* const child : window->Children()) {
         if (rect == nullptr) {
             InvalidateWithChildren(child, nullptr);
             continue;
@@ -22,13 +24,13 @@ void InvalidateWithChildren(HWND window, const CRect* rect) {
 }
 
 // A paint may take windows away, so each is looked at again.
-void UpdateWithChildren(HWND window) {
+void UpdateWithChildren(window::WindowRecord* window) {
     window->Native().UpdateNow();
-    if (!kortavin::window::IsWindow(window))
+    if (!window::IsWindow(window))
         return;
     const auto children = window->Children();
-    for (const HWND child : children)
-        if (kortavin::window::IsWindow(child))
+    for (window::WindowRecord* const child : children)
+        if (window::IsWindow(child))
             UpdateWithChildren(child);
 }
 
@@ -36,11 +38,11 @@ void UpdateWithChildren(HWND window) {
 
 void CWnd::SetWindowText(const char* text) {
     if (m_hWnd != nullptr)
-        m_hWnd->Native().SetText(text != nullptr ? text : "");
+        window::RecordOf(m_hWnd)->Native().SetText(text != nullptr ? text : "");
 }
 
 CString CWnd::GetWindowText() const {
-    return m_hWnd != nullptr ? m_hWnd->Native().GetText() : CString();
+    return m_hWnd != nullptr ? window::RecordOf(m_hWnd)->Native().GetText() : CString();
 }
 
 void CWnd::GetWindowText(CString& text) const {
@@ -62,44 +64,44 @@ void CWnd::SetFont(CFont* font, BOOL redraw) {
 }
 
 CFont* CWnd::GetFont() const {
-    return reinterpret_cast<CFont*>(kortavin::window::SendMessage(m_hWnd, WM_GETFONT));
+    return reinterpret_cast<CFont*>(window::SendMessage(m_hWnd, WM_GETFONT));
 }
 
 BOOL CWnd::EnableWindow(BOOL enable) {
     const BOOL wasDisabled = m_hWnd != nullptr && !IsWindowEnabled();
-    const HWND window = m_hWnd;
+    window::WindowRecord* const window = window::RecordOf(m_hWnd);
     if (window != nullptr && wasDisabled == (enable != FALSE)) {
         window->Native().Enable(enable != FALSE);
-        kortavin::window::SendMessage(window, WM_ENABLE, enable != FALSE);
+        window::SendMessage(window, WM_ENABLE, enable != FALSE);
     }
     return wasDisabled;
 }
 
 BOOL CWnd::IsWindowEnabled() const {
-    return m_hWnd != nullptr && m_hWnd->Native().IsEnabled();
+    return m_hWnd != nullptr && window::RecordOf(m_hWnd)->Native().IsEnabled();
 }
 
 BOOL CWnd::ShowWindow(BOOL show) {
     const BOOL wasVisible = IsWindowVisible();
     if (m_hWnd != nullptr)
-        m_hWnd->Native().Show(show != FALSE);
+        window::RecordOf(m_hWnd)->Native().Show(show != FALSE);
     return wasVisible;
 }
 
 BOOL CWnd::IsWindowVisible() const {
-    return m_hWnd != nullptr && m_hWnd->Native().IsVisible();
+    return m_hWnd != nullptr && window::RecordOf(m_hWnd)->Native().IsVisible();
 }
 
 void CWnd::MoveWindow(const CRect& rect, BOOL repaint) {
-    const HWND window = m_hWnd;
+    window::WindowRecord* const window = window::RecordOf(m_hWnd);
     if (window != nullptr)
         window->Native().Move(rect);
-    if (repaint && kortavin::window::IsWindow(window))
+    if (repaint && window::IsWindow(window))
         window->Native().Invalidate(nullptr);
 }
 
 void CWnd::GetClientRect(CRect* rect) const {
-    *rect = m_hWnd != nullptr ? CRect({0, 0}, m_hWnd->Native().GetClientSize()) : CRect();
+    *rect = m_hWnd != nullptr ? CRect({0, 0}, window::RecordOf(m_hWnd)->Native().GetClientSize()) : CRect();
 }
 
 // Through the client area, since the two systems meet there.
@@ -107,20 +109,20 @@ void CWnd::GetWindowRect(CRect* rect) const {
     rect->SetRectEmpty();
     if (m_hWnd == nullptr)
         return;
-    *rect = m_hWnd->Native().GetRect();
-    if (const HWND parent = m_hWnd->Parent();
-        kortavin::window::IsWindow(parent) && m_hWnd->Kind() != kortavin::window::WindowKind::Dialog)
+    *rect = window::RecordOf(m_hWnd)->Native().GetRect();
+    if (window::WindowRecord* const parent = window::RecordOf(m_hWnd)->Parent();
+        window::IsWindow(parent) && window::RecordOf(m_hWnd)->Kind() != window::WindowKind::Dialog)
         rect->OffsetRect(parent->Native().ClientToScreen({0, 0}));
 }
 
 void CWnd::ClientToScreen(CPoint* point) const {
     if (m_hWnd != nullptr)
-        *point = m_hWnd->Native().ClientToScreen(*point);
+        *point = window::RecordOf(m_hWnd)->Native().ClientToScreen(*point);
 }
 
 void CWnd::ScreenToClient(CPoint* point) const {
     if (m_hWnd != nullptr)
-        *point = m_hWnd->Native().ScreenToClient(*point);
+        *point = window::RecordOf(m_hWnd)->Native().ScreenToClient(*point);
 }
 
 void CWnd::ClientToScreen(CRect* rect) const {
@@ -142,21 +144,21 @@ void CWnd::Invalidate(BOOL erase) {
 // Painting covers its background itself, so there is nothing that would not be erased.
 void CWnd::InvalidateRect(const CRect* rect, BOOL /*erase*/) {
     if (m_hWnd != nullptr)
-        m_hWnd->Native().Invalidate(rect);
+        window::RecordOf(m_hWnd)->Native().Invalidate(rect);
 }
 
 void CWnd::UpdateWindow() {
     if (m_hWnd != nullptr)
-        m_hWnd->Native().UpdateNow();
+        window::RecordOf(m_hWnd)->Native().UpdateNow();
 }
 
 BOOL CWnd::RedrawWindow(const CRect* rect, UINT flags) {
     if (m_hWnd == nullptr)
         return FALSE;
     if ((flags & RDW_INVALIDATE) != 0)
-        InvalidateWithChildren(m_hWnd, rect);
+        InvalidateWithChildren(window::RecordOf(m_hWnd), rect);
     if ((flags & RDW_UPDATENOW) != 0)
-        UpdateWithChildren(m_hWnd);
+        UpdateWithChildren(window::RecordOf(m_hWnd));
     return TRUE;
 }
 
@@ -164,7 +166,7 @@ void CWnd::ScrollWindow(int dx, int dy, const CRect* rect) {
     CRect area;
     GetClientRect(&area);
     if (m_hWnd != nullptr)
-        m_hWnd->Native().Scroll(dx, dy, rect != nullptr ? *rect : area);
+        window::RecordOf(m_hWnd)->Native().Scroll(dx, dy, rect != nullptr ? *rect : area);
 }
 
 void CWnd::ConfinePointer(const CRect& rect) {
@@ -172,35 +174,37 @@ void CWnd::ConfinePointer(const CRect& rect) {
     if (m_hWnd == nullptr)
         return;
     s_confining = m_hWnd;
-    m_hWnd->Native().ConfinePointer(rect);
+    window::RecordOf(m_hWnd)->Native().ConfinePointer(rect);
 }
 
 void CWnd::ReleasePointer() {
-    if (kortavin::window::IsWindow(s_confining))
-        s_confining->Native().ConfinePointer(std::nullopt);
+    if (window::IsWindow(s_confining))
+        window::RecordOf(s_confining)->Native().ConfinePointer(std::nullopt);
     s_confining = nullptr;
 }
 
-void CWnd::SetCursor(kortavin::window::CursorShape shape) {
+void CWnd::SetCursor(window::PointerShape shape) {
     if (m_hWnd != nullptr)
-        m_hWnd->Native().SetCursor(shape);
+        window::RecordOf(m_hWnd)->Native().SetCursor(shape);
 }
 
 UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT milliseconds) {
     if (m_hWnd == nullptr)
         return 0;
-    m_hWnd->Native().StartTimer(id, milliseconds);
+    window::RecordOf(m_hWnd)->Native().StartTimer(id, milliseconds);
     return id;
 }
 
 BOOL CWnd::KillTimer(UINT_PTR id) {
     if (m_hWnd != nullptr)
-        m_hWnd->Native().StopTimer(id);
+        window::RecordOf(m_hWnd)->Native().StopTimer(id);
     return m_hWnd != nullptr;
 }
 
 void CWnd::SetAccessibleText(const char* name, const char* description) {
     if (m_hWnd != nullptr)
-        m_hWnd->Native().SetAccessibleText(name != nullptr ? name : "",
-                                           description != nullptr ? description : "");
+        window::RecordOf(m_hWnd)->Native().SetAccessibleText(name != nullptr ? name : "",
+                                                             description != nullptr ? description : "");
 }
+
+}  // namespace kortavin

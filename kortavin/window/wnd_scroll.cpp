@@ -1,12 +1,14 @@
-#include "framework/window/window.h"
-#include "framework/window/wnd.h"
+#include "kortavin/window/windowrecord.h"
+#include "kortavin/window/wnd.h"
 
-using kortavin::window::ScrollState;
+namespace kortavin {
+
+using window::ScrollState;
 
 namespace {
 
 ScrollState StateOf(HWND window, int bar) {
-    return window != nullptr ? window->Native().GetScroll(bar) : ScrollState();
+    return window != nullptr ? window::RecordOf(window)->Native().GetScroll(bar) : ScrollState();
 }
 
 // The page, range or position changed alone.
@@ -14,9 +16,10 @@ template <class Change>
 void ChangeState(HWND window, int bar, Change change) {
     if (window == nullptr)
         return;
-    ScrollState state = window->Native().GetScroll(bar);
+    window::NativeWindow& native = window::RecordOf(window)->Native();
+    ScrollState state = native.GetScroll(bar);
     change(state);
-    window->Native().SetScroll(bar, state);
+    native.SetScroll(bar, state);
 }
 
 }  // namespace
@@ -56,3 +59,5 @@ void CWnd::SetScrollPage(int bar, int page, BOOL /*redraw*/) {
 int CWnd::GetScrollPage(int bar) const {
     return StateOf(m_hWnd, bar).page;
 }
+
+}  // namespace kortavin

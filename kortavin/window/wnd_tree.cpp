@@ -4,14 +4,14 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/base/codepage.h"
-#include "framework/window/window.h"
-#include "framework/window/windowclass.h"
-#include "framework/window/wnd.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/window/windowclass.h"
+#include "kortavin/window/windowrecord.h"
+#include "kortavin/window/wnd.h"
 
-namespace window = kortavin::window;
+namespace kortavin {
 
-namespace kortavin::window {
+namespace window {
 namespace {
 
 struct NamedKind {
@@ -50,51 +50,52 @@ bool IsWindowClass(const char* className) {
     return KindOfClass(className).has_value();
 }
 
-}  // namespace kortavin::window
+}  // namespace window
 
 CWnd* CWnd::GetParent() const {
-    return m_hWnd != nullptr ? FromHandle(m_hWnd->Parent()) : nullptr;
+    return m_hWnd != nullptr ? FromHandle(window::RecordOf(m_hWnd)->Parent()) : nullptr;
 }
 
 CWnd* CWnd::GetOwner() const {
-    return m_hWnd != nullptr ? FromHandle(m_hWnd->Receiver()) : nullptr;
+    return m_hWnd != nullptr ? FromHandle(window::RecordOf(m_hWnd)->Receiver()) : nullptr;
 }
 
 void CWnd::SetOwner(CWnd* owner) {
     if (m_hWnd != nullptr)
-        m_hWnd->SetOwner(owner != nullptr ? owner->m_hWnd : nullptr);
+        window::RecordOf(m_hWnd)->SetOwner(window::RecordOf(owner));
 }
 
 CWnd* CWnd::GetDlgItem(int id) const {
-    return m_hWnd != nullptr ? FromHandle(m_hWnd->Child(id)) : nullptr;
+    return m_hWnd != nullptr ? FromHandle(window::RecordOf(m_hWnd)->Child(id)) : nullptr;
 }
 
 int CWnd::GetDlgCtrlID() const {
-    return m_hWnd != nullptr ? m_hWnd->Id() : 0;
+    return m_hWnd != nullptr ? window::RecordOf(m_hWnd)->Id() : 0;
 }
 
 int CWnd::SetDlgCtrlID(int id) {
     const int former = GetDlgCtrlID();
     if (m_hWnd != nullptr)
-        m_hWnd->SetId(id);
+        window::RecordOf(m_hWnd)->SetId(id);
     return former;
 }
 
 DWORD CWnd::GetStyle() const {
-    return m_hWnd != nullptr ? m_hWnd->Style() : 0;
+    return m_hWnd != nullptr ? window::RecordOf(m_hWnd)->Style() : 0;
 }
 
 BOOL CWnd::IsChild(const CWnd* other) const {
     if (m_hWnd == nullptr || other == nullptr || other->m_hWnd == nullptr)
         return FALSE;
-    for (HWND ancestor = other->m_hWnd->Parent(); ancestor != nullptr; ancestor = ancestor->Parent())
+    for (window::WindowRecord* ancestor = window::RecordOf(other)->Parent(); ancestor != nullptr;
+         ancestor = ancestor->Parent())
         if (ancestor == m_hWnd)
             return TRUE;
     return FALSE;
 }
 
 CWnd* CWnd::SetFocus() {
-    const HWND former = window::FocusWindow();
+    window::WindowRecord* const former = window::FocusWindow();
     window::SetFocusTo(m_hWnd);
     return FromHandle(former);
 }
@@ -104,7 +105,7 @@ CWnd* CWnd::GetFocus() {
 }
 
 CWnd* CWnd::SetCapture() {
-    const HWND former = window::CaptureWindow();
+    window::WindowRecord* const former = window::CaptureWindow();
     if (m_hWnd != nullptr)
         window::SetCaptureTo(m_hWnd);
     return FromHandle(former);
@@ -117,3 +118,5 @@ CWnd* CWnd::GetCapture() {
 void CWnd::ReleaseCapture() {
     window::SetCaptureTo(nullptr);
 }
+
+}  // namespace kortavin

@@ -1,10 +1,12 @@
-#include "wizard/cataloggrids.h"
+#include "kortavin/wizard/cataloggrids.h"
 
-#include "grid/gridcellcombo.h"
-#include "grid/gridcelledit.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/grid/gridcellcombo.h"
+#include "kortavin/grid/gridcelledit.h"
 
-using kortavin::resources::TextId;
+namespace kortavin {
+
+using base::TextId;
 
 CCatalogGrid::~CCatalogGrid() = default;
 CTableFieldGrid::~CTableFieldGrid() = default;
@@ -61,3 +63,5 @@ void CSortGrid::CreateCellEditor(CRect& rect, DWORD, UINT nID, int row, int col,
     }
     OpenList(choices, rect, nID, row, col, text, nChar);
 }
+
+}  // namespace kortavin

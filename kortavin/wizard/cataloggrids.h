@@ -1,11 +1,13 @@
 #pragma once
 
-#include "db/geodatabase.h"
-#include "grid/gridctrl.h"
+#include "kortavin/db/geodatabase.h"
+#include "kortavin/grid/gridctrl.h"
+
+namespace kortavin {
 
 // A grid of the wizard, whose cells are filled by choosing from the chosen tables or their columns, or by
 // typing. What it offers is asked of the catalog each time a cell is edited.
-class KORTAVIN_API CCatalogGrid : public CGridCtrl {
+class CCatalogGrid : public CGridCtrl {
   public:
     ~CCatalogGrid() override;
 
@@ -22,7 +24,7 @@ class KORTAVIN_API CCatalogGrid : public CGridCtrl {
 };
 
 // Tables in the even columns, fields of the table to their left in the odd ones.
-class KORTAVIN_API CTableFieldGrid : public CCatalogGrid {
+class CTableFieldGrid : public CCatalogGrid {
   public:
     ~CTableFieldGrid() override;
     void CreateCellEditor(CRect& rect, DWORD dwStyle, UINT nID, int row, int col, const char* text,
@@ -30,7 +32,7 @@ class KORTAVIN_API CTableFieldGrid : public CCatalogGrid {
 };
 
 // Tables in row 1, their fields in row 2, typed conditions below.
-class KORTAVIN_API CConditionGrid : public CCatalogGrid {
+class CConditionGrid : public CCatalogGrid {
   public:
     ~CConditionGrid() override;
     void CreateCellEditor(CRect& rect, DWORD dwStyle, UINT nID, int row, int col, const char* text,
@@ -38,9 +40,11 @@ class KORTAVIN_API CConditionGrid : public CCatalogGrid {
 };
 
 // Tables in column 1, their fields in column 2, directions in column 3. Nothing else can be edited.
-class KORTAVIN_API CSortGrid : public CCatalogGrid {
+class CSortGrid : public CCatalogGrid {
   public:
     ~CSortGrid() override;
     void CreateCellEditor(CRect& rect, DWORD dwStyle, UINT nID, int row, int col, const char* text,
                           int nChar) override;
 };
+
+}  // namespace kortavin

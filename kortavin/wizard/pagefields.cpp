@@ -1,10 +1,11 @@
-#include "wizard/pagefields.h"
+#include "kortavin/wizard/pagefields.h"
 
-#include "query/clauses.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/query/clauses.h"
 
-namespace resources = kortavin::resources;
-using resources::TextId;
+namespace kortavin {
+
+using base::TextId;
 
 CPageFields::CPageFields() : CRowsPage(resources::kFieldsPage) {}
 CPageFields::~CPageFields() = default;
@@ -23,8 +24,10 @@ std::span<const int> CPageFields::TableColumns() const {
 }
 
 void CPageFields::StoreClause() {
-    std::vector<kortavin::query::FieldRow> rows;
+    std::vector<query::FieldRow> rows;
     for (int row = 1; row < m_Grid.GetRowCount(); ++row)
         rows.push_back({m_Grid.GetItemText(row, 0), m_Grid.GetItemText(row, 1)});
-    m_pSheet->StoreFields(kortavin::query::BuildFieldsClause(rows));
+    m_pSheet->StoreFields(query::BuildFieldsClause(rows));
 }
+
+}  // namespace kortavin

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "wizard/wizardpage.h"
+#include "kortavin/wizard/wizardpage.h"
+
+namespace kortavin {
 
 // The fields that the statement returns, one a row.
-class KORTAVIN_API CPageFields : public CRowsPage {
+class CPageFields : public CRowsPage {
   public:
     CPageFields();
     ~CPageFields() override;
@@ -17,3 +19,5 @@ class KORTAVIN_API CPageFields : public CRowsPage {
   private:
     CTableFieldGrid m_Grid;
 };
+
+}  // namespace kortavin

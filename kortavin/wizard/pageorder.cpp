@@ -1,10 +1,11 @@
-#include "wizard/pageorder.h"
+#include "kortavin/wizard/pageorder.h"
 
-#include "query/clauses.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/query/clauses.h"
 
-namespace resources = kortavin::resources;
-using resources::TextId;
+namespace kortavin {
+
+using base::TextId;
 
 CPageOrder::CPageOrder() : CRowsPage(resources::kSortPage) {}
 CPageOrder::~CPageOrder() = default;
@@ -25,8 +26,10 @@ std::span<const int> CPageOrder::TableColumns() const {
 }
 
 void CPageOrder::StoreClause() {
-    std::vector<kortavin::query::SortRow> rows;
+    std::vector<query::SortRow> rows;
     for (int row = 1; row < m_Grid.GetRowCount(); ++row)
         rows.push_back({m_Grid.GetItemText(row, 1), m_Grid.GetItemText(row, 2), m_Grid.GetItemText(row, 3)});
-    m_pSheet->StoreOrder(kortavin::query::BuildOrderClause(rows));
+    m_pSheet->StoreOrder(query::BuildOrderClause(rows));
 }
+
+}  // namespace kortavin

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "wizard/wizardpage.h"
+#include "kortavin/wizard/wizardpage.h"
+
+namespace kortavin {
 
 // The sort keys, one a row: a field and its direction.
-class KORTAVIN_API CPageOrder : public CRowsPage {
+class CPageOrder : public CRowsPage {
   public:
     CPageOrder();
     ~CPageOrder() override;
@@ -17,3 +19,5 @@ class KORTAVIN_API CPageOrder : public CRowsPage {
   private:
     CSortGrid m_Grid;
 };
+
+}  // namespace kortavin

@@ -1,10 +1,11 @@
-#include "wizard/pagerelation.h"
+#include "kortavin/wizard/pagerelation.h"
 
-#include "query/clauses.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/query/clauses.h"
 
-namespace resources = kortavin::resources;
-using resources::TextId;
+namespace kortavin {
+
+using base::TextId;
 
 CPageRelation::CPageRelation() : CRowsPage(resources::kRelationsPage) {}
 CPageRelation::~CPageRelation() = default;
@@ -29,9 +30,11 @@ std::span<const int> CPageRelation::TableColumns() const {
 }
 
 void CPageRelation::StoreClause() {
-    std::vector<kortavin::query::RelationRow> rows;
+    std::vector<query::RelationRow> rows;
     for (int row = 1; row < m_Grid.GetRowCount(); ++row)
         rows.push_back({m_Grid.GetItemText(row, 0), m_Grid.GetItemText(row, 1), m_Grid.GetItemText(row, 2),
                         m_Grid.GetItemText(row, 3)});
-    m_pSheet->StoreRelation(kortavin::query::BuildRelationClause(rows));
+    m_pSheet->StoreRelation(query::BuildRelationClause(rows));
 }
+
+}  // namespace kortavin

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "wizard/wizardpage.h"
+#include "kortavin/wizard/wizardpage.h"
+
+namespace kortavin {
 
 // How the tables are joined: a row equates a field of one table with a field of another.
-class KORTAVIN_API CPageRelation : public CRowsPage {
+class CPageRelation : public CRowsPage {
   public:
     CPageRelation();
     ~CPageRelation() override;
@@ -18,3 +20,5 @@ class KORTAVIN_API CPageRelation : public CRowsPage {
   private:
     CTableFieldGrid m_Grid;
 };
+
+}  // namespace kortavin

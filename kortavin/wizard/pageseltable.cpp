@@ -1,12 +1,11 @@
-#include "wizard/pageseltable.h"
+#include "kortavin/wizard/pageseltable.h"
 
 #include <algorithm>
 
-#include "query/clauses.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/query/clauses.h"
 
-namespace resources = kortavin::resources;
-namespace window = kortavin::window;
+namespace kortavin {
 
 namespace {
 
@@ -47,8 +46,8 @@ void CPageSelTable::DoDataExchange(CDataExchange* exchange) {
 
 BOOL CPageSelTable::OnInitDialog() {
     CWizardPage::OnInitDialog();
-    m_AvailableList.SetAccessibleText(Text(resources::TextId::AvailableTables));
-    m_SelectedList.SetAccessibleText(Text(resources::TextId::ChosenTables));
+    m_AvailableList.SetAccessibleText(Text(base::TextId::AvailableTables));
+    m_SelectedList.SetAccessibleText(Text(base::TextId::ChosenTables));
     FillAvailableList();
     FillSelectedList();
     return TRUE;
@@ -90,5 +89,7 @@ void CPageSelTable::StoreClause() {
         m_SelectedList.GetText(i, name);
         names.Add(name);
     }
-    m_pSheet->StoreTables(kortavin::query::BuildTablesClause(names));
+    m_pSheet->StoreTables(query::BuildTablesClause(names));
 }
+
+}  // namespace kortavin

@@ -1,15 +1,17 @@
 #pragma once
 
-#include "framework/window/listbox.h"
-#include "wizard/wizardpage.h"
+#include "kortavin/window/listbox.h"
+#include "kortavin/wizard/wizardpage.h"
+
+namespace kortavin {
 
 // The tables and views that the statement reads. The sheet's list of chosen names is changed at once, and is
 // what the right-hand list shows.
-class KORTAVIN_API CPageSelTable : public CWizardPage {
+class CPageSelTable : public CWizardPage {
   public:
     CPageSelTable();
     ~CPageSelTable() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
   protected:
     void DoDataExchange(CDataExchange* exchange) override;
@@ -26,3 +28,5 @@ class KORTAVIN_API CPageSelTable : public CWizardPage {
     CListBox m_SelectedList;
     CListBox m_AvailableList;
 };
+
+}  // namespace kortavin

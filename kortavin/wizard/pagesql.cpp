@@ -1,16 +1,16 @@
-#include "wizard/pagesql.h"
+#include "kortavin/wizard/pagesql.h"
 
 #include <optional>
 
-#include "framework/base/replacement.h"
-#include "framework/window/filedialog.h"
-#include "grid/heading.h"
-#include "query/savedquery.h"
-#include "resources/texts.h"
+#include "kortavin/base/replacement.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/grid/heading.h"
+#include "kortavin/query/savedquery.h"
+#include "kortavin/window/filedialog.h"
 
-namespace resources = kortavin::resources;
-namespace window = kortavin::window;
-using resources::TextId;
+namespace kortavin {
+
+using base::TextId;
 
 namespace {
 
@@ -28,10 +28,10 @@ std::optional<CString> ChooseFile(BOOL forOpening, CWnd* parent) {
 // Nothing when it fails, after that was shown.
 std::optional<CString> Load(const CString& path) {
     try {
-        return kortavin::query::ReadSavedQuery(path);
+        return query::ReadSavedQuery(path);
     } catch (const CFileException&) {
         AfxMessageBox(Text(TextId::OpenFileFailed));
-    } catch (const kortavin::query::SavedQueryFormatError& error) {
+    } catch (const query::SavedQueryFormatError& error) {
         AfxMessageBox(error.GetErrorMessage());
     }
     return std::nullopt;
@@ -40,10 +40,10 @@ std::optional<CString> Load(const CString& path) {
 // A file that cannot be written at all is told from one that cannot be finished; a former one is then as it
 // was.
 void Save(const CString& path, const CString& sql) {
-    std::optional<kortavin::base::FileReplacement> replacement;
+    std::optional<base::FileReplacement> replacement;
     try {
         replacement.emplace(path);
-        kortavin::query::WriteSavedQuery(replacement->File(), sql);
+        query::WriteSavedQuery(replacement->File(), sql);
         replacement->Commit();
     } catch (const CFileException&) {
         AfxMessageBox(Text(replacement ? TextId::SaveFileFailed : TextId::OpenFileFailed));
@@ -149,7 +149,7 @@ void CPageSql::FillPreviewHeader(const _CRecordsetEx& recordset) {
     for (short column = 0; column < recordset.GetODBCFieldCount(); ++column) {
         CODBCFieldInfo info;
         recordset.GetODBCFieldInfo(column, info);
-        kortavin::grid::SetHeading(m_Grid, 0, column + 1, info.m_strName);
+        grid::SetHeading(m_Grid, 0, column + 1, info.m_strName);
     }
 }
 
@@ -170,3 +170,5 @@ void CPageSql::OnSave() {
     if (const auto path = ChooseFile(FALSE, this))
         Save(*path, m_strSql);
 }
+
+}  // namespace kortavin

@@ -1,16 +1,18 @@
 #pragma once
 
-#include "db/recordsetex.h"
-#include "grid/mateupsamplegrid.h"
-#include "wizard/wizardpage.h"
+#include "kortavin/db/recordsetex.h"
+#include "kortavin/grid/mateupsamplegrid.h"
+#include "kortavin/wizard/wizardpage.h"
+
+namespace kortavin {
 
 // The statement. It is composed afresh whenever the page shows; here it can be changed, executed for a look
 // at its first rows, loaded and saved. What the box holds when the sheet is confirmed is the wizard's result.
-class KORTAVIN_API CPageSql : public CWizardPage {
+class CPageSql : public CWizardPage {
   public:
     CPageSql();
     ~CPageSql() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
   protected:
     void DoDataExchange(CDataExchange* exchange) override;
@@ -34,3 +36,5 @@ class KORTAVIN_API CPageSql : public CWizardPage {
     CString m_strSql;
     CMateupSampleGrid m_Grid;
 };
+
+}  // namespace kortavin

@@ -1,11 +1,11 @@
-#include "wizard/pagewhere.h"
+#include "kortavin/wizard/pagewhere.h"
 
-#include "query/clauses.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/query/clauses.h"
 
-namespace resources = kortavin::resources;
-namespace window = kortavin::window;
-using resources::TextId;
+namespace kortavin {
+
+using base::TextId;
 
 CPageWhere::CPageWhere() : CGridPage(resources::kConditionsPage) {}
 CPageWhere::~CPageWhere() = default;
@@ -76,7 +76,7 @@ void CPageWhere::RenumberColumns() {
 }
 
 void CPageWhere::StoreClause() {
-    kortavin::query::ConditionGrid conditions;
+    query::ConditionGrid conditions;
     for (int col = 1; col < m_Grid.GetColumnCount(); ++col)
         conditions.columns.push_back(
             {m_Grid.GetItemText(kTableRow, col), m_Grid.GetItemText(kFieldRow, col)});
@@ -85,5 +85,7 @@ void CPageWhere::StoreClause() {
         for (int col = 1; col < m_Grid.GetColumnCount(); ++col)
             texts.push_back(m_Grid.GetItemText(row, col));
     }
-    m_pSheet->StoreWhere(kortavin::query::BuildWhereClause(conditions));
+    m_pSheet->StoreWhere(query::BuildWhereClause(conditions));
 }
+
+}  // namespace kortavin

@@ -1,14 +1,16 @@
 #pragma once
 
-#include "wizard/wizardpage.h"
+#include "kortavin/wizard/wizardpage.h"
+
+namespace kortavin {
 
 // The condition, by example: a column names a field, each row below holds texts such as ">10"
 // that must hold together, and the rows are alternatives.
-class KORTAVIN_API CPageWhere : public CGridPage {
+class CPageWhere : public CGridPage {
   public:
     CPageWhere();
     ~CPageWhere() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
   protected:
     CCatalogGrid& Grid() override { return m_Grid; }
@@ -25,3 +27,5 @@ class KORTAVIN_API CPageWhere : public CGridPage {
   private:
     CConditionGrid m_Grid;
 };
+
+}  // namespace kortavin

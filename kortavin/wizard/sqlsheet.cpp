@@ -1,6 +1,6 @@
-#include "wizard/sqlsheet.h"
+#include "kortavin/wizard/sqlsheet.h"
 
-namespace window = kortavin::window;
+namespace kortavin {
 
 CSqlSheet::CSqlSheet(unsigned captionId, CWnd* parent, unsigned selected)
     : CPropertySheet(captionId, parent, selected) {}
@@ -19,3 +19,5 @@ int CSqlSheet::DoModal() {
     const window::SourceScope scope(window::FindModule("Kortavin.dll"));
     return CPropertySheet::DoModal();
 }
+
+}  // namespace kortavin

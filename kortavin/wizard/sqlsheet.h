@@ -1,11 +1,13 @@
 #pragma once
 
-#include "framework/window/propertysheet.h"
-#include "query/definition.h"
+#include "kortavin/query/definition.h"
+#include "kortavin/window/propertysheet.h"
+
+namespace kortavin {
 
 // The query wizard's dialog: six pages under tabs, each of which edits one part of the query definition that
 // the sheet carries. It can be confirmed only while the statement page shows.
-class KORTAVIN_API CSqlSheet : public CPropertySheet, public kortavin::query::QueryDefinition {
+class CSqlSheet : public CPropertySheet, public query::QueryDefinition {
   public:
     explicit CSqlSheet(unsigned captionId, CWnd* parent = nullptr, unsigned selected = 0);
     explicit CSqlSheet(const char* caption, CWnd* parent = nullptr, unsigned selected = 0);
@@ -18,3 +20,5 @@ class KORTAVIN_API CSqlSheet : public CPropertySheet, public kortavin::query::Qu
     // also when an error leaves this. Otherwise as CPropertySheet's.
     int DoModal() override;
 };
+
+}  // namespace kortavin

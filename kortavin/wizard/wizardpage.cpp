@@ -1,8 +1,10 @@
-#include "wizard/wizardpage.h"
+#include "kortavin/wizard/wizardpage.h"
 
 #include <algorithm>
 
-#include "grid/heading.h"
+#include "kortavin/grid/heading.h"
+
+namespace kortavin {
 
 CWizardPage::~CWizardPage() = default;
 
@@ -22,7 +24,7 @@ CGridPage::~CGridPage() = default;
 
 void CGridPage::DoDataExchange(CDataExchange* exchange) {
     CWizardPage::DoDataExchange(exchange);
-    DDX_GridCtrl(exchange, kortavin::resources::kGrid, Grid());
+    DDX_GridCtrl(exchange, resources::kGrid, Grid());
 }
 
 BOOL CGridPage::OnInitDialog() {
@@ -44,7 +46,7 @@ BOOL CGridPage::OnKillActive() {
 // An appended row takes the focus cell away; it comes back, so that Tab and Enter lead on from there.
 BOOL CGridPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     const auto& notify = *reinterpret_cast<const GridNotify*>(lParam);
-    if (notify.hdr.idFrom != kortavin::resources::kGrid)
+    if (notify.hdr.idFrom != resources::kGrid)
         return CWizardPage::OnNotify(wParam, lParam, result);
     if (notify.hdr.code == GridNotifyEditCommitted && notify.row == Grid().GetRowCount() - 1 &&
         AppendsAfter(notify.col)) {
@@ -59,8 +61,8 @@ bool CGridPage::AppendsAfter(int) const {
     return true;
 }
 
-void CGridPage::WriteHeading(int row, int col, kortavin::resources::TextId text) {
-    kortavin::grid::SetHeading(Grid(), row, col, Text(text));
+void CGridPage::WriteHeading(int row, int col, base::TextId text) {
+    grid::SetHeading(Grid(), row, col, Text(text));
 }
 
 int CGridPage::AppendEmptyRow() {
@@ -97,11 +99,11 @@ void CGridPage::Redraw() {
 
 CRowsPage::~CRowsPage() = default;
 
-const kortavin::window::MessageMap* CRowsPage::GetMessageMap() const {
-    namespace window = kortavin::window;
+const window::MessageMap* CRowsPage::GetMessageMap() const {
+    namespace window = window;
     static constexpr window::MessageEntry kEntries[] = {
-        window::OnCommand<kortavin::resources::kAddButton, &CRowsPage::OnAdd>(),
-        window::OnCommand<kortavin::resources::kDeleteButton, &CRowsPage::OnDelete>()};
+        window::OnCommand<resources::kAddButton, &CRowsPage::OnAdd>(),
+        window::OnCommand<resources::kDeleteButton, &CRowsPage::OnDelete>()};
     static const window::MessageMap map{CGridPage::GetMessageMap(), kEntries};
     return &map;
 }
@@ -111,3 +113,5 @@ void CRowsPage::AppendRow() {
     CopyTablesDown(TableColumns());
     Redraw();
 }
+
+}  // namespace kortavin

@@ -2,14 +2,16 @@
 
 #include <span>
 
-#include "resources/dialogs.h"
-#include "resources/texts.h"
-#include "wizard/cataloggrids.h"
-#include "wizard/sqlsheet.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/resources/dialogs.h"
+#include "kortavin/wizard/cataloggrids.h"
+#include "kortavin/wizard/sqlsheet.h"
+
+namespace kortavin {
 
 // What the wizard's pages have in common: the sheet whose part they edit, and that OK is not to be pressed on
 // them.
-class KORTAVIN_API CWizardPage : public CPropertyPage {
+class CWizardPage : public CPropertyPage {
   public:
     ~CWizardPage() override;
     void SetSheet(CSqlSheet* sheet) { m_pSheet = sheet; }  // before the run; not owned
@@ -26,7 +28,7 @@ class KORTAVIN_API CWizardPage : public CPropertyPage {
 };
 
 // A page with a grid below a row of headings. Finishing an edit in the last row appends a further one.
-class KORTAVIN_API CGridPage : public CWizardPage {
+class CGridPage : public CWizardPage {
   public:
     ~CGridPage() override;
 
@@ -44,7 +46,7 @@ class KORTAVIN_API CGridPage : public CWizardPage {
     // Whether an edit in this column of the last row appends a row.
     virtual bool AppendsAfter(int col) const;
 
-    void WriteHeading(int row, int col, kortavin::resources::TextId text);
+    void WriteHeading(int row, int col, base::TextId text);
     // A row at the end, as high as the first.
     int AppendEmptyRow();
     // The last row takes the texts of `columns` from the nearest row at or above it that has any of them.
@@ -56,10 +58,10 @@ class KORTAVIN_API CGridPage : public CWizardPage {
 
 // A page of rows below one row of headings, with buttons that append a row and take the focus cell's away. A
 // new row starts with the tables of the nearest one above that names any.
-class KORTAVIN_API CRowsPage : public CGridPage {
+class CRowsPage : public CGridPage {
   public:
     ~CRowsPage() override;
-    const kortavin::window::MessageMap* GetMessageMap() const override;
+    const window::MessageMap* GetMessageMap() const override;
 
   protected:
     using CGridPage::CGridPage;
@@ -69,3 +71,5 @@ class KORTAVIN_API CRowsPage : public CGridPage {
 
     virtual std::span<const int> TableColumns() const = 0;  // in which rows name tables
 };
+
+}  // namespace kortavin

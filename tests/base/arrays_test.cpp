@@ -1,4 +1,4 @@
-#include "framework/base/arrays.h"
+#include "kortavin/base/arrays.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 #include <gtest/gtest.h>
 #include <unicode/ucnv.h>

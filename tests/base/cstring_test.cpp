@@ -1,4 +1,4 @@
-#include "framework/base/cstring.h"
+#include "kortavin/base/cstring.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "framework/base/geometry.h"
+#include "kortavin/base/geometry.h"
 
 #include <gtest/gtest.h>
 

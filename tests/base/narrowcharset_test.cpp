@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
 
 using kortavin::base::NarrowCharset;
 

@@ -1,4 +1,4 @@
-#include "framework/base/replacement.h"
+#include "kortavin/base/replacement.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

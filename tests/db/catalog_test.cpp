@@ -1,4 +1,4 @@
-#include "db/catalogrecordsets.h"
+#include "kortavin/db/catalogrecordsets.h"
 #include "tests/support/databases.h"
 
 using namespace kortavin::test;

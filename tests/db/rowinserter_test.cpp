@@ -1,4 +1,4 @@
-#include "db/rowinserter.h"
+#include "kortavin/db/rowinserter.h"
 
 #include <gmock/gmock.h>
 

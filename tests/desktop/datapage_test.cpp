@@ -1,4 +1,4 @@
-#include "demo/datapage.h"
+#include "desktop/datapage.h"
 
 #include <gmock/gmock.h>
 
@@ -12,13 +12,13 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableWidget>
 
-#include "demo/driver.h"
-#include "demo/mainwindow.h"
-#include "demo/text.h"
+#include "desktop/mainwindow.h"
+#include "desktop/text.h"
+#include "desktop/tour/driver.h"
 #include "sample/sample.h"
 #include "tests/support/tempfolder.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 using ::testing::HasSubstr;
@@ -146,4 +146,4 @@ TEST_F(DataPageTest, CancelledExportLeavesTheFormerFile) {
 }
 
 }  // namespace
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

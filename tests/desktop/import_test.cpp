@@ -9,18 +9,18 @@
 #include <QtWidgets/QProgressDialog>
 #include <QtWidgets/QPushButton>
 
-#include "demo/datapage.h"
-#include "demo/driver.h"
-#include "demo/exportjob.h"
-#include "demo/mainwindow.h"
-#include "demo/progress.h"
-#include "framework/qt/qtwidgets.h"
-#include "resources/dialogs.h"
+#include "desktop/datapage.h"
+#include "desktop/exportjob.h"
+#include "desktop/mainwindow.h"
+#include "desktop/progress.h"
+#include "desktop/tour/driver.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/resources/dialogs.h"
+#include "kortavin/textimport/mateup.h"
+#include "kortavin/textimport/mateupdlg.h"
 #include "tests/support/databases.h"
-#include "textimport/mateup.h"
-#include "textimport/mateupdlg.h"
 
-namespace kortavin::demo {
+namespace kortavin::desktop {
 namespace {
 
 using namespace std::string_literals;
@@ -165,4 +165,4 @@ TEST_F(ImportTest, ColumnsAreChosenByMouseByKeysAndTyped) {
 }
 
 }  // namespace
-}  // namespace kortavin::demo
+}  // namespace kortavin::desktop

@@ -1,4 +1,4 @@
-#include "grid/gridcellcombo.h"
+#include "kortavin/grid/gridcellcombo.h"
 #include "tests/grid/gridwindow.h"
 #include "tests/support/memory/controls.h"
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "framework/window/metrics.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/metrics.h"
 #include "tests/support/memory/input.h"
 
 // A grid in a window of the memory desktop, and an owner that records what it is told.

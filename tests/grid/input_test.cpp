@@ -140,7 +140,7 @@ TEST_F(GridInput, DraggingBelowTheWindowGoesOnSelecting) {
 TEST_F(GridInput, BordersAreDraggedWithinTheirColumn) {
     Open(4, 4);
     MoveTo(*grid, {101, 5});
-    EXPECT_EQ(NativeOf(*grid).Cursor(), kortavin::window::CursorShape::SizeHorizontal);
+    EXPECT_EQ(NativeOf(*grid).Cursor(), kortavin::window::PointerShape::SizeHorizontal);
     Press(*grid, {102, 5});
     EXPECT_EQ(desktop->Confinement()->left, 10 + 50) << "from the start of the column that is resized";
     const std::string before = SurfaceOf(*grid).Dump();
@@ -154,7 +154,7 @@ TEST_F(GridInput, BordersAreDraggedWithinTheirColumn) {
     EXPECT_EQ(grid->GetRowHeight(1), 20) << "nothing was dragged";
     grid->SetColumnResize(FALSE);
     MoveTo(*grid, {120, 5});
-    EXPECT_EQ(NativeOf(*grid).Cursor(), kortavin::window::CursorShape::Arrow);
+    EXPECT_EQ(NativeOf(*grid).Cursor(), kortavin::window::PointerShape::Arrow);
 }
 
 TEST_F(GridInput, HeadingsSortInListMode) {

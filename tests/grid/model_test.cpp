@@ -3,8 +3,8 @@
 
 #include <random>
 
-#include "framework/window/dc.h"
-#include "grid/gridctrl.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/dc.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs a build and compiles hosts against it, once through pkg-config and once through CMake.
-# Usage: package_test.sh BUILD-FOLDER COMPILER HOST...   (host, wizardplain, qthost, wizardqt)
+# Usage: package_test.sh BUILD-FOLDER COMPILER HOST...   (host, guest, wizardplain, qthost, wizardqt)
 set -euo pipefail
 build=$1 compiler=$2
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -9,9 +9,9 @@ trap 'rm -rf "$work"' EXIT
 trap 'tail -n 30 "$work/log"' ERR
 
 # What each host asks for: pkg-config's packages; packages and libraries of CMake.
-declare -A modules=([host]=kortavin [wizardplain]=kortavin [qthost]='kortavin-qt Qt6Widgets')
-declare -A finds=([host]='' [wizardplain]='' [qthost]='find_package(Qt6 REQUIRED COMPONENTS Widgets)')
-declare -A targets=([host]=kortavin::kortavin [wizardplain]=kortavin::kortavin
+declare -A modules=([host]=kortavin [guest]=kortavin [wizardplain]=kortavin [qthost]='kortavin-qt Qt6Widgets')
+declare -A finds=([host]='' [guest]='' [wizardplain]='' [qthost]='find_package(Qt6 REQUIRED COMPONENTS Widgets)')
+declare -A targets=([host]=kortavin::kortavin [guest]=kortavin::kortavin [wizardplain]=kortavin::kortavin
     [qthost]='kortavin::kortavin-qt kortavin::kortavin Qt6::Widgets')
 modules[wizardqt]=${modules[qthost]} finds[wizardqt]=${finds[qthost]} targets[wizardqt]=${targets[qthost]}
 
@@ -29,7 +29,7 @@ libraries=$(dirname "$(find "$work/prefix" -name libkortavin.so)")
 
 mkdir "$work/project"
 cat >"$work/project/CMakeLists.txt" <<'CMAKE'
-cmake_minimum_required(VERSION 3.25)
+cmake_minimum_required(VERSION 3.23)
 project(host LANGUAGES CXX)
 find_package(kortavin REQUIRED)
 CMAKE

@@ -1,5 +1,5 @@
 // A host with widgets of its own: it puts a picker beside them and reads the user's choice.
-#include <kortavin/framework/qt/qtwidgets.h>
+#include <kortavin/qt/qtwidgets.h>
 #include <kortavin/symbology/sellinestyle.h>
 
 #include <QtWidgets/QApplication>

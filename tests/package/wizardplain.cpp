@@ -1,6 +1,6 @@
 // A host without a toolkit of its own: it runs the query wizard on a database, and prints the rows of the
 // statement.
-#include <kortavin/framework/base/codepage.h>
+#include <kortavin/base/codepage.h>
 #include <kortavin/service/querysql.h>
 #include <kortavin/service/statement.h>
 

@@ -1,5 +1,5 @@
 // A Qt host: its window runs the query wizard on a database, and lists the rows of the statement.
-#include <kortavin/framework/base/codepage.h>
+#include <kortavin/base/codepage.h>
 #include <kortavin/service/querysql.h>
 #include <kortavin/service/statement.h>
 

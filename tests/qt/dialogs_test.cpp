@@ -2,9 +2,9 @@
 #include <QPushButton>
 #include <stdexcept>
 
-#include "framework/window/dialog.h"
-#include "framework/window/metrics.h"
-#include "tests/framework/qt/qttest.h"
+#include "kortavin/window/dialog.h"
+#include "kortavin/window/metrics.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 namespace {

@@ -6,9 +6,9 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 
-#include "framework/window/combobox.h"
-#include "framework/window/edit.h"
-#include "tests/framework/qt/qttest.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/window/edit.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 namespace {

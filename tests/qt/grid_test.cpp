@@ -3,10 +3,10 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 
-#include "framework/window/metrics.h"
-#include "grid/gridcellcombo.h"
-#include "grid/gridctrl.h"
-#include "tests/framework/qt/qttest.h"
+#include "kortavin/grid/gridcellcombo.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/metrics.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 namespace {

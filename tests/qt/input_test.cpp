@@ -1,8 +1,8 @@
 #include <QInputMethodEvent>
 #include <QMenu>
 
-#include "framework/window/combobox.h"
-#include "tests/framework/qt/qttest.h"
+#include "kortavin/window/combobox.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 

@@ -3,9 +3,9 @@
 #include <QCompleter>
 #include <QLabel>
 
-#include "framework/window/dialog.h"
-#include "symbology/seltextsymbol.h"
-#include "tests/framework/qt/qttest.h"
+#include "kortavin/symbology/seltextsymbol.h"
+#include "kortavin/window/dialog.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 namespace {

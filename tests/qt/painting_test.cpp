@@ -1,6 +1,6 @@
 #include <QFontInfo>
 
-#include "tests/framework/qt/qttest.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 namespace {

@@ -5,12 +5,12 @@
 #include <QDialogButtonBox>
 #include <QPushButton>
 
-#include "resources/texts.h"
-#include "symbology/selareastyle.h"
-#include "symbology/selectcolor.h"
-#include "symbology/sellinestyle.h"
-#include "symbology/selsymstyle.h"
-#include "tests/framework/qt/qttest.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/symbology/selareastyle.h"
+#include "kortavin/symbology/selectcolor.h"
+#include "kortavin/symbology/sellinestyle.h"
+#include "kortavin/symbology/selsymstyle.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 namespace {
@@ -122,15 +122,15 @@ TEST_F(QtPickers, ScreenReadersHearTheNamesOfThePictures) {
     CSelLineStyle picker;
     QComboBox& combo = Place(picker);
     picker.SetStyle(1);
-    const auto name = [](resources::TextId id) {
-        return QString::fromStdString(CString(resources::Text(id)).ToUtf8().value());
+    const auto name = [](base::TextId id) {
+        return QString::fromStdString(CString(base::Text(id)).ToUtf8().value());
     };
-    EXPECT_EQ(combo.itemData(4, Qt::AccessibleTextRole).toString(), name(resources::TextId::LineDashDotDot));
+    EXPECT_EQ(combo.itemData(4, Qt::AccessibleTextRole).toString(), name(base::TextId::LineDashDotDot));
     EXPECT_EQ(combo.itemText(4), " ");
     const auto* const accessible = QAccessible::queryAccessibleInterface(&combo);
-    EXPECT_EQ(accessible->text(QAccessible::Value), name(resources::TextId::LineDash));
+    EXPECT_EQ(accessible->text(QAccessible::Value), name(base::TextId::LineDash));
     QTest::keyClick(&combo, Qt::Key_Down);
-    EXPECT_EQ(accessible->text(QAccessible::Value), name(resources::TextId::LineDot));
+    EXPECT_EQ(accessible->text(QAccessible::Value), name(base::TextId::LineDot));
 }
 
 TEST_F(QtPickers, PickerWidgetAndFormMayGoInAnyOrder) {

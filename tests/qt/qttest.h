@@ -9,10 +9,10 @@
 #include <functional>
 #include <optional>
 
-#include "framework/qt/qtwidgets.h"
-#include "framework/window/window.h"
-#include "tests/framework/window/testwindow.h"
+#include "kortavin/qt/qtwidgets.h"
+#include "kortavin/window/windowrecord.h"
 #include "tests/support/memory/surface.h"
+#include "tests/window/testwindow.h"
 
 // What the tests of real events share. Events are sent, so the desktop's pointer stays where it is.
 namespace kortavin::testing {

@@ -6,11 +6,11 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 
-#include "framework/window/filedialog.h"
-#include "framework/window/listbox.h"
-#include "framework/window/propertysheet.h"
-#include "grid/gridctrl.h"
-#include "tests/framework/qt/qttest.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/window/filedialog.h"
+#include "kortavin/window/listbox.h"
+#include "kortavin/window/propertysheet.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 namespace {
@@ -154,7 +154,7 @@ TEST_F(QtSheets, ListBoxTellsWhatTheUserSelectsAndKeepsItsBytes) {
     QTest::mouseClick(widget.viewport(), Qt::LeftButton, {}, placeOf(1));
     QTest::mouseDClick(widget.viewport(), Qt::LeftButton, {}, placeOf(1));
     expect(1, {LBN_SELCHANGE, LBN_DBLCLK});
-    EXPECT_EQ(list.m_hWnd->Native().AsList()->ItemText(1), "b\xFF");
+    EXPECT_EQ(window::RecordOf(list.m_hWnd)->Native().AsList()->ItemText(1), "b\xFF");
     list.DeleteString(1);
     expect(-1, {});
 }

@@ -3,9 +3,10 @@
 
 #include <cstdlib>
 
-#include "framework/window/metrics.h"
-#include "framework/window/wnd.h"
-#include "resources/texts.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/metrics.h"
+#include "kortavin/window/wnd.h"
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
@@ -26,7 +27,7 @@ TEST(ToolkitOnDemand, IsLoadedForTheFirstWindowAndServesWhereThereIsADesktop) {
     const auto isQtLoaded = [] { return dlopen("libQt6Core.so.6", RTLD_NOW | RTLD_NOLOAD) != nullptr; };
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "XDG_RUNTIME_DIR"})
         unsetenv(name);
-    const char* const noWindows = kortavin::resources::Text(kortavin::resources::TextId::NoWindows);
+    const char* const noWindows = kortavin::base::Text(kortavin::base::TextId::NoWindows);
 
     EXPECT_NE(kortavin::window::MessageBoxFont().lfHeight, 0);
     EXPECT_FALSE(isQtLoaded());

@@ -2,7 +2,7 @@
 #include <QScreen>
 #include <QScrollBar>
 
-#include "tests/framework/qt/qttest.h"
+#include "tests/qt/qttest.h"
 
 namespace kortavin::testing {
 namespace {

@@ -1,8 +1,8 @@
 #include <fstream>
 #include <map>
 
-#include "query/clauses.h"
-#include "query/definition.h"
+#include "kortavin/query/clauses.h"
+#include "kortavin/query/definition.h"
 
 using namespace kortavin::query;
 

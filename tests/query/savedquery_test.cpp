@@ -1,4 +1,4 @@
-#include "query/savedquery.h"
+#include "kortavin/query/savedquery.h"
 
 #include "tests/support/filelimit.h"
 #include "tests/support/tempfolder.h"

@@ -9,13 +9,13 @@ trap 'rm -rf "$work"' EXIT
 # A sound tree, which every case spoils in its own way.
 makeTree() {
     tree=$work/$1
-    mkdir -p "$tree"/{framework/{base,window,odbc,qt},query,db,tests/query}
-    echo '#include <string>' >"$tree/framework/base/text.h"
-    echo '#include "framework/base/text.h"' >"$tree/framework/window/messagebox.h"
-    echo 'int area();' >"$tree/framework/window/wnd.h"
-    echo '#include "framework/base/text.h"' >"$tree/query/compose.h"
-    echo '#include "framework/window/messagebox.h"' >"$tree/db/catalog.cpp"
-    echo '#include "query/compose.h"' >"$tree/tests/query/compose_test.cpp"
+    mkdir -p "$tree"/{kortavin/{base,window,odbc,qt,query,db},tests/query}
+    echo '#include <string>' >"$tree/kortavin/base/text.h"
+    echo '#include "kortavin/base/text.h"' >"$tree/kortavin/window/messagebox.h"
+    echo 'int area();' >"$tree/kortavin/window/wnd.h"
+    echo '#include "kortavin/base/text.h"' >"$tree/kortavin/query/compose.h"
+    echo '#include "kortavin/window/messagebox.h"' >"$tree/kortavin/db/catalog.cpp"
+    echo '#include "kortavin/query/compose.h"' >"$tree/tests/query/compose_test.cpp"
     echo 'kortavin_test(query SOURCES compose_test.cpp)' >"$tree/tests/query/CMakeLists.txt"
 }
 
@@ -35,24 +35,24 @@ expect() {
     failed=1
 }
 
-expect SoundTreePasses query/compose.cpp '#include "query/compose.h"'
-expect HeaderBesideItsIncluderPasses query/compose.cpp '#include "compose.h"'
-expect UpwardIncludeIsListed framework/base/text.cpp $'\n#include "query/compose.h"' \
-    'framework/base/text.cpp:2: framework/base may not include query/compose.h'
-expect NeighbourIncludeIsListed framework/odbc/session.cpp '#  include "framework/window/wnd.h"' \
-    'framework/odbc may not include framework/window/wnd.h'
-expect AllowedHeaderOpensNotItsFolder db/database.cpp '#include "framework/window/wnd.h"' \
-    'db/database.cpp:1: db may not include framework/window/wnd.h'
-expect WayAroundTheRootIsListed query/compose.cpp '#include "../db/catalog.cpp"' \
+expect SoundTreePasses kortavin/query/compose.cpp '#include "kortavin/query/compose.h"'
+expect HeaderBesideItsIncluderPasses kortavin/query/compose.cpp '#include "compose.h"'
+expect UpwardIncludeIsListed kortavin/base/text.cpp $'\n#include "kortavin/query/compose.h"' \
+    'kortavin/base/text.cpp:2: kortavin/base may not include kortavin/query/compose.h'
+expect NeighbourIncludeIsListed kortavin/odbc/session.cpp '#  include "kortavin/window/wnd.h"' \
+    'kortavin/odbc may not include kortavin/window/wnd.h'
+expect AllowedHeaderOpensNotItsFolder kortavin/db/database.cpp '#include "kortavin/window/wnd.h"' \
+    'kortavin/db/database.cpp:1: kortavin/db may not include kortavin/window/wnd.h'
+expect WayAroundTheRootIsListed kortavin/query/compose.cpp '#include "../db/catalog.cpp"' \
     '"../db/catalog.cpp" is no path from the root'
-expect UnknownHeaderIsListed query/compose.cpp '#include "query/gone.h"' '"query/gone.h" is no path from the root'
-expect ToolkitHeaderStaysInItsFolder query/compose.cpp '#include <QtWidgets/QWidget>' \
-    '<QtWidgets/QWidget> belongs in framework/qt'
-expect ToolkitsOldHeaderNamesAreKnown grid/grid.cpp '#include <qwidget.h>' '<qwidget.h> belongs in framework/qt'
-expect HeaderOfTheToolkitsFolderCompilesWithIt framework/qt/window.h $'#include <QtWidgets/QWidget>\nextern QWidget* frame;'
-expect DatabaseHeaderStaysInItsFolders query/compose.cpp '#include <sqlext.h>' '<sqlext.h> belongs in framework/odbc'
-expect OtherDatabaseLibraryIsNotMistaken query/compose.cpp '#include <sqlite3.h>'
-expect HeaderThatNeedsAnotherIsListed query/list.h 'std::string name();' 'query/list.h: does not compile alone'
+expect UnknownHeaderIsListed kortavin/query/compose.cpp '#include "kortavin/query/gone.h"' '"kortavin/query/gone.h" is no path from the root'
+expect ToolkitHeaderStaysInItsFolder kortavin/query/compose.cpp '#include <QtWidgets/QWidget>' \
+    '<QtWidgets/QWidget> belongs in kortavin/qt'
+expect ToolkitsOldHeaderNamesAreKnown kortavin/grid/grid.cpp '#include <qwidget.h>' '<qwidget.h> belongs in kortavin/qt'
+expect HeaderOfTheToolkitsFolderCompilesWithIt kortavin/qt/window.h $'#include <QtWidgets/QWidget>\nextern QWidget* frame;'
+expect DatabaseHeaderStaysInItsFolders kortavin/query/compose.cpp '#include <sqlext.h>' '<sqlext.h> belongs in kortavin/odbc'
+expect OtherDatabaseLibraryIsNotMistaken kortavin/query/compose.cpp '#include <sqlite3.h>'
+expect HeaderThatNeedsAnotherIsListed kortavin/query/list.h 'std::string name();' 'kortavin/query/list.h: does not compile alone'
 expect ForgottenTestIsListed tests/query/forgotten_test.cpp '' 'tests/query/forgotten_test.cpp: no CMakeLists.txt names it'
 expect FolderWithoutRowIsListed util/misc.cpp '#include <string>' 'folder util has no row'
 exit "$failed"

@@ -1,6 +1,6 @@
 #include <map>
 
-#include "service/querysql.h"
+#include "kortavin/service/querysql.h"
 #include "tests/support/databases.h"
 
 using namespace kortavin::test;

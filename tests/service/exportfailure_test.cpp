@@ -1,6 +1,6 @@
-#include "service/exportrows.h"
-#include "service/querysql.h"
-#include "service/statement.h"
+#include "kortavin/service/exportrows.h"
+#include "kortavin/service/querysql.h"
+#include "kortavin/service/statement.h"
 #include "tests/support/databases.h"
 
 using namespace kortavin::test;

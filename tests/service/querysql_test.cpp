@@ -1,9 +1,9 @@
-#include "service/querysql.h"
+#include "kortavin/service/querysql.h"
 
 #include <memory>
 
-#include "query/clauses.h"
-#include "query/definition.h"
+#include "kortavin/query/clauses.h"
+#include "kortavin/query/definition.h"
 #include "tests/support/databases.h"
 
 using namespace kortavin::test;

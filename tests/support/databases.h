@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "db/geodatabase.h"
-#include "db/recordsetex.h"
+#include "kortavin/db/geodatabase.h"
+#include "kortavin/db/recordsetex.h"
 #include "tests/support/tempfolder.h"
 
 // The real databases that tests run against: SQLite always, in a file of its own, and the servers whose

@@ -1,16 +1,16 @@
 #include <algorithm>
 #include <climits>
 
-#include "resources/texts.h"
-#include "symbology/selareastyle.h"
-#include "symbology/selectcolor.h"
-#include "symbology/sellinestyle.h"
-#include "symbology/selsymstyle.h"
-#include "symbology/seltextsymbol.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/symbology/selareastyle.h"
+#include "kortavin/symbology/selectcolor.h"
+#include "kortavin/symbology/sellinestyle.h"
+#include "kortavin/symbology/selsymstyle.h"
+#include "kortavin/symbology/seltextsymbol.h"
 #include "tests/support/memory/controls.h"
 #include "tests/support/memory/input.h"
 
-using kortavin::resources::TextId;
+using kortavin::base::TextId;
 
 namespace kortavin::testing {
 namespace {
@@ -69,7 +69,7 @@ class Pickers : public ::testing::Test {
     // The selection changes to none; the host hears of that as little as of a choice.
     void SelectNothing(CComboBox& picker) {
         picker.SetCurSel(CB_ERR);
-        window::ReportNotification(*picker.m_hWnd, CBN_SELCHANGE);
+        window::ReportNotification(*window::RecordOf(&picker), CBN_SELCHANGE);
         EXPECT_THAT(m_host.m_codes, ::testing::Not(::testing::Contains(CBN_SELCHANGE)));
     }
 
@@ -80,7 +80,7 @@ class Pickers : public ::testing::Test {
         for (int i = 0; i < picker.GetCount(); ++i) {
             EXPECT_EQ(native.ItemText(i), texts[static_cast<size_t>(i)]) << i;
             const auto name = static_cast<TextId>(static_cast<int>(firstName) + i);
-            EXPECT_EQ(native.ItemAccessibleName(i), resources::Text(name)) << i;
+            EXPECT_EQ(native.ItemAccessibleName(i), base::Text(name)) << i;
         }
     }
 

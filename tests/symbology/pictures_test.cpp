@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <climits>
 
-#include "symbology/selareastyle.h"
-#include "symbology/sellinestyle.h"
-#include "symbology/selsymstyle.h"
-#include "symbology/seltextsymbol.h"
+#include "kortavin/symbology/selareastyle.h"
+#include "kortavin/symbology/sellinestyle.h"
+#include "kortavin/symbology/selsymstyle.h"
+#include "kortavin/symbology/seltextsymbol.h"
 #include "tests/support/memory/toolkit.h"
 
 namespace kortavin::testing {

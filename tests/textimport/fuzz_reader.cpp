@@ -6,9 +6,9 @@
 #include <array>
 #include <memory>
 
+#include "kortavin/textimport/geotextfile.h"
 #include "tests/textimport/fuzz.h"
 #include "tests/textimport/hostfile.h"
-#include "textimport/geotextfile.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "framework/base/codepage.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/textimport/token.h"
 #include "tests/textimport/fuzz.h"
-#include "textimport/token.h"
 
 namespace {
 

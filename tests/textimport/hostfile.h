@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
 // A host's file of its own, with the four operations that a reader of lines needs.
 class HostFile : public CFile {

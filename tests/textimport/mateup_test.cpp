@@ -1,4 +1,4 @@
-#include "textimport/mateup.h"
+#include "kortavin/textimport/mateup.h"
 
 #include <gmock/gmock.h>
 
@@ -6,13 +6,14 @@
 #include <string>
 #include <vector>
 
-#include "framework/window/combobox.h"
-#include "resources/dialogs.h"
+#include "kortavin/resources/dialogs.h"
+#include "kortavin/textimport/mateupdlg.h"
+#include "kortavin/window/combobox.h"
 #include "tests/support/memory/input.h"
-#include "textimport/mateupdlg.h"
 
 using namespace kortavin::testing;
 namespace resources = kortavin::resources;
+using kortavin::CMateupDlg;
 using ::testing::ElementsAre;
 
 namespace {

@@ -1,7 +1,7 @@
+#include "kortavin/textimport/geotextfile.h"
 #include "tests/support/scripted/scarcememory.h"
 #include "tests/support/tempfolder.h"
 #include "tests/textimport/hostfile.h"
-#include "textimport/geotextfile.h"
 
 using namespace ::testing;
 using namespace std::string_literals;

@@ -1,4 +1,4 @@
-#include "textimport/token.h"
+#include "kortavin/textimport/token.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "framework/window/dialog.h"
+#include "kortavin/window/dialog.h"
 
 #include <functional>
 #include <stdexcept>
 
-#include "framework/window/button.h"
-#include "framework/window/window.h"
-#include "tests/framework/window/testwindow.h"
+#include "kortavin/window/button.h"
+#include "kortavin/window/windowrecord.h"
+#include "tests/window/testwindow.h"
 
 using kortavin::window::ControlTemplate;
 using kortavin::window::DialogTemplate;

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "framework/window/dc.h"
-#include "framework/window/metrics.h"
+#include "kortavin/window/dc.h"
+#include "kortavin/window/metrics.h"
 #include "tests/support/memory/toolkit.h"
 
 namespace kortavin::testing {

@@ -1,9 +1,9 @@
-#include "framework/window/drawtext.h"
+#include "kortavin/window/drawtext.h"
 
 #include <gtest/gtest.h>
 
-#include "framework/base/cstring.h"
-#include "framework/window/dc.h"
+#include "kortavin/base/cstring.h"
+#include "kortavin/window/dc.h"
 #include "tests/support/memory/surface.h"
 
 namespace kortavin::window {

@@ -1,8 +1,8 @@
 #include <functional>
 
-#include "framework/window/button.h"
-#include "framework/window/window.h"
-#include "tests/framework/window/testwindow.h"
+#include "kortavin/window/button.h"
+#include "kortavin/window/windowrecord.h"
+#include "tests/window/testwindow.h"
 
 using namespace kortavin::testing;
 using ::testing::ElementsAre;

@@ -1,9 +1,9 @@
 #include <functional>
 
-#include "framework/window/button.h"
-#include "framework/window/combobox.h"
-#include "framework/window/window.h"
-#include "tests/framework/window/testwindow.h"
+#include "kortavin/window/button.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/window/windowrecord.h"
+#include "tests/window/testwindow.h"
 
 using kortavin::window::MessageEntry;
 using kortavin::window::MessageMap;

@@ -1,8 +1,8 @@
-#include "framework/window/module.h"
+#include "kortavin/window/module.h"
 
 #include <gmock/gmock.h>
 
-#include "framework/base/exception.h"
+#include "kortavin/base/exception.h"
 
 using namespace kortavin::window;
 

@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "framework/window/wnd.h"
+#include "kortavin/window/wnd.h"
 #include "tests/support/memory/input.h"
 
 // A plain window that keeps a record of what comes to it.

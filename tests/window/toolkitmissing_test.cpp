@@ -1,13 +1,13 @@
 #include <gmock/gmock.h>
 
-#include "framework/window/dialog.h"
-#include "framework/window/messagebox.h"
-#include "framework/window/metrics.h"
-#include "framework/window/toolkit.h"
-#include "resources/texts.h"
+#include "kortavin/base/texts.h"
+#include "kortavin/window/dialog.h"
+#include "kortavin/window/messagebox.h"
+#include "kortavin/window/metrics.h"
+#include "kortavin/window/toolkit.h"
 
-using kortavin::resources::Text;
-using kortavin::resources::TextId;
+using kortavin::base::Text;
+using kortavin::base::TextId;
 
 // The library that this program loads has no toolkit beside it.
 TEST(ToolkitMissing, EachNeedOfAWindowIsAnErrorAndMessagesAreDropped) {

@@ -7,12 +7,12 @@
 #include <QTabBar>
 #include <thread>
 
-#include "grid/gridctrl.h"
-#include "resources/dialogs.h"
-#include "service/querysql.h"
-#include "tests/framework/qt/qttest.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/resources/dialogs.h"
+#include "kortavin/service/querysql.h"
+#include "kortavin/wizard/sqlsheet.h"
+#include "tests/qt/qttest.h"
 #include "tests/support/databases.h"
-#include "wizard/sqlsheet.h"
 
 // The query wizard by real events. Texts are UTF-8.
 namespace {
@@ -21,6 +21,8 @@ using namespace kortavin::resources;
 using namespace kortavin::test;
 using kortavin::testing::WidgetOf;
 namespace window = kortavin::window;
+
+using kortavin::CSqlSheet;
 
 CSqlSheet& Sheet() {
     CWnd* top = CWnd::GetFocus();

@@ -1,15 +1,16 @@
 #pragma once
 
-#include "framework/window/combobox.h"
-#include "grid/gridctrl.h"
-#include "resources/dialogs.h"
-#include "service/querysql.h"
+#include "kortavin/grid/gridctrl.h"
+#include "kortavin/resources/dialogs.h"
+#include "kortavin/service/querysql.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/wizard/sqlsheet.h"
 #include "tests/support/memory/controls.h"
 #include "tests/support/memory/input.h"
-#include "wizard/sqlsheet.h"
 
 // The query wizard on the memory desktop: what its user sees and does there. Texts are UTF-8.
 
+using kortavin::CSqlSheet;
 using namespace kortavin::resources;
 using namespace kortavin::testing;
 
@@ -65,7 +66,7 @@ inline void Keys(std::string signs) {
 // The button of the page, or of the sheet, that bears this text.
 inline void Push(const std::string& text) {
     for (const CWnd* const window : {&Page(), static_cast<CWnd*>(&Sheet())})
-        for (const HWND child : std::vector(window->m_hWnd->Children()))
+        for (auto* const child : std::vector(kortavin::window::RecordOf(window)->Children()))
             if (child->Native().AsButton() != nullptr && child->Native().GetText() == FromUtf8(text))
                 Click(*CWnd::FromHandle(child), {2, 2});
     Loop();
@@ -97,7 +98,7 @@ inline std::string Pick(const std::string& item) {
 inline void Do(std::string words) {
     for (; !words.empty(); words.erase(0, words.find(';') + 1)) {
         const std::string word = words.substr(0, words.find(';')), rest = word.substr(1);
-        const HWND tabs = Sheet().m_hWnd->Children().front();
+        auto* const tabs = kortavin::window::RecordOf(&Sheet())->Children().front();
         CRect cell;
         if (word[0] == '#')
             Click(*CWnd::FromHandle(tabs), tabs->Native().AsTabs()->TabRect(rest[0] - '0').TopLeft());

@@ -2,7 +2,7 @@
 #include <utility>
 #include <vector>
 
-#include "framework/window/keys.h"
+#include "kortavin/window/keys.h"
 #include "tests/support/memory/controls.h"
 
 using kortavin::window::WindowKind;
@@ -42,7 +42,7 @@ void MemoryButton::Click() {
 // A group reaches from one control with WS_GROUP to the next.
 void MemoryButton::CheckAloneInGroup() {
     std::vector<MemoryButton*> group;
-    for (const HWND sibling : m_record.Parent()->Children()) {
+    for (const window::WindowRecord* sibling : m_record.Parent()->Children()) {
         if ((sibling->Style() & WS_GROUP) != 0) {
             if (std::ranges::find(group, this) != group.end())
                 break;

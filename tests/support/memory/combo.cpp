@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "framework/window/combobox.h"
-#include "framework/window/dc.h"
-#include "framework/window/edit.h"
-#include "framework/window/keys.h"
-#include "framework/window/metrics.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/window/dc.h"
+#include "kortavin/window/edit.h"
+#include "kortavin/window/keys.h"
+#include "kortavin/window/metrics.h"
 #include "tests/support/memory/controls.h"
 
 namespace kortavin::testing {
@@ -18,7 +18,7 @@ constexpr int kPageItems = 5;
 // What is not for the text is the combo box's.
 class MemoryCombo::Field : public MemoryEdit {
   public:
-    Field(MemoryCombo& combo, window::Window& record, const window::WindowRequest& request)
+    Field(MemoryCombo& combo, window::WindowRecord& record, const window::WindowRequest& request)
         : MemoryEdit(combo.m_toolkit, record, request), m_combo(combo) {}
     ~Field() override { m_combo.m_field = nullptr; }
 
@@ -37,7 +37,8 @@ class MemoryCombo::Field : public MemoryEdit {
     MemoryCombo& m_combo;
 };
 
-MemoryCombo::MemoryCombo(MemoryToolkit& toolkit, window::Window& record, const window::WindowRequest& request)
+MemoryCombo::MemoryCombo(MemoryToolkit& toolkit, window::WindowRecord& record,
+                         const window::WindowRequest& request)
     : MemoryWindow(toolkit, record, request),
       m_rectWithList(request.rect),
       m_fieldHeight(TextFont().GetNative()->Metrics().tmHeight + kFieldMargin),
@@ -49,7 +50,7 @@ CRect MemoryCombo::FieldRect() const {
     return {0, 0, std::max(0, GetClientSize().cx - kScrollBarSize), m_fieldHeight};
 }
 
-std::unique_ptr<window::NativeWindow> MemoryCombo::MakeEditField(window::Window& field) {
+std::unique_ptr<window::NativeWindow> MemoryCombo::MakeEditField(window::WindowRecord& field) {
     const CFont& font = TextFont();
     auto made = std::make_unique<Field>(
         *this, field,
@@ -133,7 +134,7 @@ void MemoryCombo::ToggleList() {
 
 void MemoryCombo::Pick(int index) {
     Select(index);
-    const HWND self = &m_record;
+    window::WindowRecord* const self = &m_record;
     ToggleList();
     if (window::IsWindow(self))
         window::ReportNotification(m_record, CBN_SELCHANGE);
@@ -172,7 +173,7 @@ bool MemoryCombo::HandleKey(UINT key) {
 }
 
 LRESULT MemoryCombo::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    const HWND self = &m_record;
+    window::WindowRecord* const self = &m_record;
     switch (message) {
         case WM_GETDLGCODE:
             return m_isOpen ? DLGC_WANTALLKEYS : DLGC_WANTARROWS;

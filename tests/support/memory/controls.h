@@ -65,7 +65,7 @@ class MemoryEdit : public MemoryWindow {
 // one, is a window that keeps the text and the focus.
 class MemoryCombo : public MemoryWindow, public window::NativeCombo {
   public:
-    MemoryCombo(MemoryToolkit& toolkit, window::Window& record, const window::WindowRequest& request);
+    MemoryCombo(MemoryToolkit& toolkit, window::WindowRecord& record, const window::WindowRequest& request);
 
     void Pick(int index);  // in the open list, which closes
     void DrawItem(int index, UINT state, std::unique_ptr<window::Painter> painter, const CRect& rect);
@@ -76,7 +76,9 @@ class MemoryCombo : public MemoryWindow, public window::NativeCombo {
     const CRect& RectWithList() const { return m_rectWithList; }  // as it was given
 
     bool TakesFocusByClick() const override { return true; }
-    HWND FocusPlace() const override { return m_field != nullptr ? &m_field->Record() : &m_record; }
+    window::WindowRecord* FocusPlace() const override {
+        return m_field != nullptr ? &m_field->Record() : &m_record;
+    }
     LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void SetText(std::string_view text) override;
     CString GetText() const override;
@@ -97,7 +99,7 @@ class MemoryCombo : public MemoryWindow, public window::NativeCombo {
     bool IsListOpen() const override { return m_isOpen; }
     void SetItemAccessibleName(int index, std::string_view name) override;
     void SetEditSelection(int first, int last) override;
-    std::unique_ptr<window::NativeWindow> MakeEditField(window::Window& field) override;
+    std::unique_ptr<window::NativeWindow> MakeEditField(window::WindowRecord& field) override;
 
   protected:
     void PaintByDefault(std::unique_ptr<window::Painter> painter) override;
@@ -177,6 +179,6 @@ class MemoryTabs : public MemoryWindow, public window::NativeTabs {
 
 // The keys that a dialog takes from its controls: Tab moves the focus, Enter presses a push button, Esc
 // cancels. A control keeps those that it asks for by its dialog code. True: the key was the dialog's.
-bool HandleDialogKey(HWND target, UINT key);
+bool HandleDialogKey(window::WindowRecord* target, UINT key);
 
 }  // namespace kortavin::testing

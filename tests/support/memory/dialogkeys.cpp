@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "framework/window/keys.h"
+#include "kortavin/window/keys.h"
 #include "tests/support/memory/controls.h"
 
 using kortavin::window::WindowKind;
@@ -9,22 +9,22 @@ using kortavin::window::WindowKind;
 namespace kortavin::testing {
 namespace {
 
-HWND DialogOf(HWND window) {
+window::WindowRecord* DialogOf(window::WindowRecord* window) {
     while (window != nullptr && window->Kind() != WindowKind::Dialog)
         window = window->Parent();
     return window;
 }
 
 // Enter is a character to those who want characters; Esc only to those who want all keys.
-bool IsWanted(HWND target, UINT key) {
+bool IsWanted(window::WindowRecord* target, UINT key) {
     const auto code = static_cast<UINT>(window::Report(*target, WM_GETDLGCODE));
     const UINT needed = key == VK_TAB ? DLGC_WANTTAB : key == VK_RETURN ? DLGC_WANTCHARS : 0;
     return (code & (needed | DLGC_WANTALLKEYS)) != 0;
 }
 
 // In the order of their making, at any depth.
-void AppendTabStops(std::vector<HWND>& stops, HWND parent) {
-    for (const HWND child : parent->Children()) {
+void AppendTabStops(std::vector<window::WindowRecord*>& stops, window::WindowRecord* parent) {
+    for (window::WindowRecord* const child : parent->Children()) {
         const auto& native = static_cast<MemoryWindow&>(child->Native());
         if ((child->Style() & WS_TABSTOP) != 0 && native.AcceptsInput())
             stops.push_back(native.FocusPlace());
@@ -32,8 +32,8 @@ void AppendTabStops(std::vector<HWND>& stops, HWND parent) {
     }
 }
 
-void MoveFocusByTab(HWND dialog, bool backwards) {
-    std::vector<HWND> stops;
+void MoveFocusByTab(window::WindowRecord* dialog, bool backwards) {
+    std::vector<window::WindowRecord*> stops;
     AppendTabStops(stops, dialog);
     if (stops.empty())
         return;
@@ -44,7 +44,7 @@ void MoveFocusByTab(HWND dialog, bool backwards) {
     window::ReportFocus(*next);
 }
 
-MemoryButton* AsPushButton(HWND window) {
+MemoryButton* AsPushButton(window::WindowRecord* window) {
     if (window->Kind() != WindowKind::Button)
         return nullptr;
     auto* const button = static_cast<MemoryButton*>(&window->Native());
@@ -52,10 +52,10 @@ MemoryButton* AsPushButton(HWND window) {
 }
 
 // The one that has the focus, else the default button.
-MemoryButton* ButtonForEnter(HWND target, HWND dialog) {
+MemoryButton* ButtonForEnter(window::WindowRecord* target, window::WindowRecord* dialog) {
     if (auto* const focused = AsPushButton(target))
         return focused;
-    for (const HWND child : dialog->Children())
+    for (window::WindowRecord* const child : dialog->Children())
         if (auto* const button = AsPushButton(child); button != nullptr && button->IsDefault())
             return button;
     return nullptr;
@@ -63,9 +63,9 @@ MemoryButton* ButtonForEnter(HWND target, HWND dialog) {
 
 }  // namespace
 
-bool HandleDialogKey(HWND target, UINT key) {
+bool HandleDialogKey(window::WindowRecord* target, UINT key) {
     const bool isDialogKey = key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE;
-    const HWND dialog = DialogOf(target);
+    window::WindowRecord* const dialog = DialogOf(target);
     if (!isDialogKey || dialog == nullptr || IsWanted(target, key))
         return false;
     if (key == VK_TAB)

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <tuple>
 
-#include "framework/base/codepage.h"
-#include "framework/window/edit.h"
-#include "framework/window/keys.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/window/edit.h"
+#include "kortavin/window/keys.h"
 #include "tests/support/memory/controls.h"
 
 namespace kortavin::testing {

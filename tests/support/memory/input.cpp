@@ -2,9 +2,9 @@
 
 #include <cctype>
 
-#include "framework/base/codepage.h"
-#include "framework/window/combobox.h"
-#include "framework/window/keys.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/window/keys.h"
 #include "tests/support/memory/controls.h"
 
 using kortavin::window::IsWindow;
@@ -74,7 +74,7 @@ void PressButton(CWnd& window, CPoint point, UINT keys, UINT message) {
     MemoryWindow* const target = MouseTarget(window, point);
     if (target == nullptr)
         return;
-    const HWND record = &target->Record();
+    window::WindowRecord* const record = &target->Record();
     if (target->TakesFocusByClick())
         window::ReportFocus(target->FocusPlace());
     if (!IsWindow(record))
@@ -96,7 +96,7 @@ UINT CharacterOf(UINT key) {
 
 // The character goes where its key went.
 void ReportKey(UINT key, UINT character) {
-    const HWND target = TheDesktop().KeyTarget();
+    window::WindowRecord* const target = TheDesktop().KeyTarget();
     TheDesktop().HoldKey(key, nullptr);
     if (target == nullptr || HandleDialogKey(target, key) || !IsWindow(target))
         return;
@@ -108,7 +108,7 @@ void ReportKey(UINT key, UINT character) {
 
 // By an input method where it is a double-byte one: the composition goes on where the focus is then.
 void ReportComposed(UINT character) {
-    HWND target = TheDesktop().KeyTarget();
+    window::WindowRecord* target = TheDesktop().KeyTarget();
     if (target != nullptr && character > 0xFF) {
         Report(*target, WM_IME_STARTCOMPOSITION);
         target = TheDesktop().KeyTarget();
@@ -153,7 +153,7 @@ void Release(CWnd& window, CPoint point, UINT keys) {
 }
 
 void Click(CWnd& window, CPoint point, UINT keys) {
-    const HWND record = window.m_hWnd;
+    window::WindowRecord* const record = window::RecordOf(window.m_hWnd);
     Press(window, point, keys);
     if (IsWindow(record))
         Release(window, point, keys);
@@ -172,7 +172,7 @@ void MoveTo(CWnd& window, CPoint point, UINT keys) {
     MemoryWindow* const target = MouseTarget(window, point);
     if (target == nullptr)
         return;
-    const HWND record = &target->Record();
+    window::WindowRecord* const record = &target->Record();
     if (TheDesktop().Captor() == nullptr)
         Report(*record, WM_SETCURSOR, reinterpret_cast<WPARAM>(record),
                static_cast<LPARAM>(MakeWParam(HTCLIENT, WM_MOUSEMOVE)));
@@ -188,7 +188,7 @@ void Wheel(CWnd& window, int delta, UINT keys) {
     if (!named.AcceptsInput() || !TheDesktop().IsReachable(named))
         return;
     const WPARAM wParam = MakeWParam(static_cast<WORD>(MouseKeys()), static_cast<WORD>(delta));
-    HWND target = window.m_hWnd;
+    window::WindowRecord* target = window::RecordOf(window.m_hWnd);
     while (IsWindow(target) && Report(*target, WM_MOUSEWHEEL, wParam, MakePointParam(middle)) == 0)
         target = IsWindow(target) ? target->Parent() : nullptr;
 }
@@ -200,7 +200,7 @@ void KeyDown(UINT virtualKey, UINT keys) {
 
 void KeyUp(UINT virtualKey, UINT keys) {
     const HeldKeys held(keys);
-    const HWND receiver = TheDesktop().LiftKey(virtualKey);
+    window::WindowRecord* const receiver = TheDesktop().LiftKey(virtualKey);
     if (receiver != nullptr && TheDesktop().IsReachable(static_cast<MemoryWindow&>(receiver->Native())))
         Report(*receiver, WM_KEYUP, virtualKey, 1);
 }
@@ -234,7 +234,7 @@ void LoseCapture() {
 
 void CloseByUser(CWnd& window) {
     if (TheDesktop().IsReachable(NativeOf(window)))
-        Report(*window.m_hWnd, WM_CLOSE);
+        Report(*window::RecordOf(window.m_hWnd), WM_CLOSE);
 }
 
 void ScrollBy(CWnd& window, int bar, UINT request, int position) {
@@ -243,7 +243,7 @@ void ScrollBy(CWnd& window, int bar, UINT request, int position) {
         return;
     const bool isThumb = request == SB_THUMBTRACK || request == SB_THUMBPOSITION;
     native.SetTrackPosition(bar, isThumb ? std::optional(position) : std::nullopt);
-    const HWND record = window.m_hWnd;
+    window::WindowRecord* const record = window::RecordOf(window.m_hWnd);
     Report(*record, bar == SB_HORZ ? WM_HSCROLL : WM_VSCROLL,
            MakeWParam(static_cast<WORD>(request), static_cast<WORD>(position)));
     if (request != SB_THUMBTRACK && IsWindow(record))
@@ -253,12 +253,12 @@ void ScrollBy(CWnd& window, int bar, UINT request, int position) {
 bool FireTimer(CWnd& window, UINT_PTR id) {
     if (!TheDesktop().TimerPeriod(NativeOf(window), id))
         return false;
-    Report(*window.m_hWnd, WM_TIMER, id);
+    Report(*window::RecordOf(window.m_hWnd), WM_TIMER, id);
     return true;
 }
 
 void PickItem(CComboBox& combo, int index) {
-    const HWND record = combo.m_hWnd;
+    window::WindowRecord* const record = window::RecordOf(combo.m_hWnd);
     if (!combo.GetDroppedState())
         Press(combo, {NativeOf(combo).GetClientSize().cx - 1, 1});
     TheDesktop().LiftKey(VK_LBUTTON);

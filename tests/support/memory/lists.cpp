@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "framework/window/keys.h"
+#include "kortavin/window/keys.h"
 #include "tests/support/memory/controls.h"
 
 namespace kortavin::testing {

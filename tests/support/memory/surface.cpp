@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "framework/base/codepage.h"
-#include "framework/window/strokes.h"
+#include "kortavin/base/codepage.h"
+#include "kortavin/window/strokes.h"
 
 namespace kortavin::testing {
 namespace {

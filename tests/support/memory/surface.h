@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "framework/base/geometry.h"
-#include "framework/window/toolkit.h"
+#include "kortavin/base/geometry.h"
+#include "kortavin/window/toolkit.h"
 
 // A drawing surface in memory and a painter on it, with a font of fixed cells: what was drawn can be told to
 // the pixel.

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/base/exception.h"
-#include "framework/window/metrics.h"
+#include "kortavin/base/exception.h"
+#include "kortavin/window/metrics.h"
 #include "tests/support/memory/controls.h"
 
 using kortavin::window::IsWindow;
@@ -22,8 +22,8 @@ T TakeFirst(std::deque<T>& queue) {
     return first;
 }
 
-std::vector<HWND> RecordsOf(const std::vector<MemoryWindow*>& windows) {
-    std::vector<HWND> records;
+std::vector<window::WindowRecord*> RecordsOf(const std::vector<MemoryWindow*>& windows) {
+    std::vector<window::WindowRecord*> records;
     for (const MemoryWindow* const window : windows)
         records.push_back(&window->Record());
     return records;
@@ -32,7 +32,7 @@ std::vector<HWND> RecordsOf(const std::vector<MemoryWindow*>& windows) {
 }  // namespace
 
 std::unique_ptr<window::NativeWindow> MemoryToolkit::MakeWindow(const window::WindowRequest& request,
-                                                                window::Window& window) {
+                                                                window::WindowRecord& window) {
     if (std::exchange(m_windowFails, false))
         throw CResourceException("no window");
     switch (request.kind) {
@@ -69,7 +69,7 @@ COLORREF MemoryToolkit::SystemColor(int index) const {
 
 void MemoryToolkit::SetSystemColor(int index, COLORREF color) {
     m_colorOverrides[index] = color;
-    for (const HWND window : RecordsOf(m_windows))
+    for (window::WindowRecord* const window : RecordsOf(m_windows))
         if (IsWindow(window))
             window::Report(*window, WM_SYSCOLORCHANGE);
 }
@@ -98,7 +98,7 @@ CPoint MemoryToolkit::MovePointer(CPoint screenPoint) {
     return m_pointer;
 }
 
-HWND MemoryToolkit::LiftKey(UINT virtualKey) {
+window::WindowRecord* MemoryToolkit::LiftKey(UINT virtualKey) {
     const auto key = m_keys.extract(virtualKey);
     return key.empty() ? nullptr : key.mapped();
 }
@@ -110,8 +110,8 @@ bool MemoryToolkit::IsReachable(const MemoryWindow& window) const {
     return !innermost.ended && window.IsInside(innermost.dialog);
 }
 
-HWND MemoryToolkit::KeyTarget() const {
-    const HWND focus = window::FocusWindow();
+window::WindowRecord* MemoryToolkit::KeyTarget() const {
+    window::WindowRecord* const focus = window::FocusWindow();
     if (focus != nullptr && IsReachable(static_cast<MemoryWindow&>(focus->Native())))
         return focus;
     const bool isModal = !m_modalRuns.empty() && !m_modalRuns.back().ended;
@@ -130,7 +130,7 @@ void MemoryToolkit::Loop() {
     for (int round = 0; round < 10; ++round) {
         if (std::exchange(m_dispatchRequested, false))
             window::DispatchPosted();
-        for (const HWND window : RecordsOf(m_windows))
+        for (window::WindowRecord* const window : RecordsOf(m_windows))
             if (IsWindow(window))
                 window->Native().UpdateNow();
         if (!m_dispatchRequested)
@@ -214,7 +214,7 @@ MemoryToolkit& TheDesktop() {
 MemoryWindow& NativeOf(const CWnd& window) {
     if (window.m_hWnd == nullptr)
         throw std::logic_error("no window is attached");
-    return static_cast<MemoryWindow&>(window.m_hWnd->Native());
+    return static_cast<MemoryWindow&>(window::RecordOf(window.m_hWnd)->Native());
 }
 
 }  // namespace kortavin::testing

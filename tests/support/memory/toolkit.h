@@ -9,11 +9,13 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/window/window.h"
-#include "framework/window/wnd.h"
+#include "kortavin/window/windowrecord.h"
+#include "kortavin/window/wnd.h"
 #include "tests/support/memory/surface.h"
 
+namespace kortavin {
 class CComboBox;
+}
 
 // A toolkit without a desktop. Windows are rectangles with a pixel surface each, fonts have fixed cells, and
 // the user is the test: it says by the functions of input.h what happens, and scripts what choosers and modal
@@ -26,7 +28,7 @@ class MemoryWindow : public window::NativeWindow {
   public:
     static constexpr int kScrollBarSize = 17;
 
-    MemoryWindow(MemoryToolkit& toolkit, window::Window& record, const window::WindowRequest& request);
+    MemoryWindow(MemoryToolkit& toolkit, window::WindowRecord& record, const window::WindowRequest& request);
     ~MemoryWindow() override;
 
     // What a test looks at. Child windows have surfaces of their own and show nowhere else.
@@ -34,7 +36,7 @@ class MemoryWindow : public window::NativeWindow {
     const DrawingLog& LastPaint() const { return m_log; }  // and what was drawn since
     const CRect& InvalidRect() const { return m_invalid; }
     int PaintCount() const { return m_paintCount; }
-    window::CursorShape Cursor() const { return m_cursor; }
+    window::PointerShape Cursor() const { return m_cursor; }
     const CString& AccessibleName() const { return m_accessibleName; }
     window::AccessibleTable* Table() const { return m_table; }
     std::vector<std::pair<window::TableChange, window::AccessibleTable::Cell>>& TableChanges() {
@@ -43,13 +45,15 @@ class MemoryWindow : public window::NativeWindow {
     const LOGFONT& Font() const { return m_font.GetLogFont(); }
     bool IsScrollBarShown(int bar) const;
 
-    window::Window& Record() const { return m_record; }
+    window::WindowRecord& Record() const { return m_record; }
     bool IsInside(const MemoryWindow* ancestor) const;  // or is it
     bool AcceptsInput() const;                          // it and all its parents are visible and enabled
     void SetTrackPosition(int bar, std::optional<int> position);
     virtual bool TakesFocusByClick() const { return false; }
-    virtual HWND FocusPlace() const { return &m_record; }  // where it has the focus, when the user gives it
-    virtual bool IsHitBy(CPoint clientPoint) const;        // else what lies behind is
+    virtual window::WindowRecord* FocusPlace() const {
+        return &m_record;
+    }                                                // where it has the focus, when the user gives it
+    virtual bool IsHitBy(CPoint clientPoint) const;  // else what lies behind is
 
     LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void SetText(std::string_view text) override { m_text = CString(text); }
@@ -75,7 +79,7 @@ class MemoryWindow : public window::NativeWindow {
     void SetCapture() override;
     void ReleaseCapture() override;
     void ConfinePointer(const std::optional<CRect>& rect) override;
-    void SetCursor(window::CursorShape shape) override { m_cursor = shape; }
+    void SetCursor(window::PointerShape shape) override { m_cursor = shape; }
     void StartTimer(UINT_PTR id, UINT milliseconds) override;
     void StopTimer(UINT_PTR id) override;
     void SetAccessibleText(std::string_view name, std::string_view) override {
@@ -94,7 +98,7 @@ class MemoryWindow : public window::NativeWindow {
     void PaintText(window::Painter& painter, const CString& text);  // of a field
 
     MemoryToolkit& m_toolkit;
-    window::Window& m_record;
+    window::WindowRecord& m_record;
     CString m_text;
 
   private:
@@ -112,7 +116,7 @@ class MemoryWindow : public window::NativeWindow {
     bool m_hasBorder;
     std::array<bool, 2> m_hasBar;
     std::array<window::ScrollState, 2> m_scroll;
-    window::CursorShape m_cursor = window::CursorShape::Arrow;
+    window::PointerShape m_cursor = window::PointerShape::Arrow;
     CString m_accessibleName;
     window::AccessibleTable* m_table = nullptr;
     std::vector<std::pair<window::TableChange, window::AccessibleTable::Cell>> m_tableChanges;
@@ -149,11 +153,13 @@ class MemoryToolkit : public window::Toolkit {
 
     // The state of the devices. Moving the pointer answers where it came to: a confined one stays inside.
     CPoint MovePointer(CPoint screenPoint);
-    void HoldKey(UINT virtualKey, HWND receiver) { m_keys[virtualKey] = receiver; }
-    HWND LiftKey(UINT virtualKey);  // answers who got its press; null: nobody, or one that is gone
+    void HoldKey(UINT virtualKey, window::WindowRecord* receiver) { m_keys[virtualKey] = receiver; }
+    window::WindowRecord* LiftKey(
+        UINT virtualKey);  // answers who got its press; null: nobody, or one that is gone
     // Whether what the user does reaches the window: the innermost modal dialog keeps it from others.
     bool IsReachable(const MemoryWindow& window) const;
-    HWND KeyTarget() const;  // the focus window if it is reachable, else the innermost dialog, else none
+    window::WindowRecord* KeyTarget()
+        const;  // the focus window if it is reachable, else the innermost dialog, else none
     MemoryWindow* Captor() const { return m_captor; }
     MemoryWindow* PressedWindow() const { return m_pressed; }
     void SetPressedWindow(MemoryWindow* window) { m_pressed = window; }
@@ -162,7 +168,7 @@ class MemoryToolkit : public window::Toolkit {
     void Loop();
 
     std::unique_ptr<window::NativeWindow> MakeWindow(const window::WindowRequest& request,
-                                                     window::Window& window) override;
+                                                     window::WindowRecord& window) override;
     std::shared_ptr<const window::NativeFont> MakeFont(const LOGFONT& description) override;
     LOGFONT MessageBoxFont() const override;
     COLORREF SystemColor(int index) const override;
@@ -189,7 +195,7 @@ class MemoryToolkit : public window::Toolkit {
     std::vector<MemoryWindow*> m_windows;
     std::map<std::pair<const MemoryWindow*, UINT_PTR>, UINT> m_timers;
     std::map<int, COLORREF> m_colorOverrides;
-    std::map<UINT, HWND> m_keys;  // what is held down, and who got its press
+    std::map<UINT, window::WindowRecord*> m_keys;  // what is held down, and who got its press
     CPoint m_pointer;
     MemoryWindow* m_captor = nullptr;
     MemoryWindow* m_pressed = nullptr;  // has the button's press, and so gets its release

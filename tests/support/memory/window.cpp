@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/window/metrics.h"
+#include "kortavin/window/metrics.h"
 #include "tests/support/memory/toolkit.h"
 
 using kortavin::window::IsWindow;
@@ -26,7 +26,7 @@ CRect Common(const CRect& a, const CRect& b) {
 
 }  // namespace
 
-MemoryWindow::MemoryWindow(MemoryToolkit& toolkit, window::Window& record,
+MemoryWindow::MemoryWindow(MemoryToolkit& toolkit, window::WindowRecord& record,
                            const window::WindowRequest& request)
     : m_toolkit(toolkit),
       m_record(record),
@@ -70,7 +70,7 @@ LRESULT MemoryWindow::DefaultProc(UINT message, WPARAM, LPARAM) {
         if (auto painter = BeginPaint())
             PaintByDefault(std::move(painter));
     } else if (message == WM_SETCURSOR) {
-        m_cursor = window::CursorShape::Arrow;
+        m_cursor = window::PointerShape::Arrow;
     }
     return 0;
 }
@@ -148,7 +148,7 @@ void MemoryWindow::Invalidate(const CRect* rect) {
 void MemoryWindow::UpdateNow() {
     if (!IsVisible() || m_invalid.IsRectEmpty() || m_painting != Painting::No)
         return;
-    const HWND self = &m_record;
+    window::WindowRecord* const self = &m_record;
     m_painting = Painting::Announced;
     ++m_paintCount;
     Report(m_record, WM_PAINT);

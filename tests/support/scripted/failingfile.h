@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/base/file.h"
+#include "kortavin/base/file.h"
 
 namespace kortavin::testing {
 

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "db/geodatabase.h"
-#include "db/recordsetex.h"
-#include "framework/base/file.h"
-#include "framework/window/messagebox.h"
+#include "kortavin/base/file.h"
+#include "kortavin/db/geodatabase.h"
+#include "kortavin/db/recordsetex.h"
+#include "kortavin/service/querysql.h"
+#include "kortavin/window/messagebox.h"
 #include "scriptedsource.h"
-#include "service/querysql.h"
 
 namespace kortavin::testing {
 

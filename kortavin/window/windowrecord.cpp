@@ -1,42 +1,47 @@
-#include "framework/window/window.h"
+#include "kortavin/window/windowrecord.h"
 
 #include <algorithm>
 #include <unordered_set>
 #include <utility>
 
-#include "framework/window/combobox.h"
-#include "framework/window/wnd.h"
+#include "kortavin/window/combobox.h"
+#include "kortavin/window/wnd.h"
 
 namespace kortavin::window {
 namespace {
 
 // Never destroyed: windows of a host's static objects go later than anything here could.
-std::unordered_set<Window*>& LivingWindows() {
-    static auto* windows = new std::unordered_set<Window*>;
+std::unordered_set<WindowRecord*>& LivingWindows() {
+    static auto* windows = new std::unordered_set<WindowRecord*>;
     return *windows;
 }
 
-void MakeComboField(HWND combo) {
+void MakeComboField(WindowRecord* combo) {
     const bool hasField =
         combo->Kind() == WindowKind::ComboBox && (combo->Style() & CBS_DROPDOWNLIST) == CBS_DROPDOWN;
     if (hasField)
-        Window::Create({WindowKind::Edit, combo, nullptr, kComboEditId, WS_CHILD | WS_VISIBLE},
-                       [combo](Window& field) { return combo->Native().AsCombo()->MakeEditField(field); });
+        WindowRecord::Create(
+            {WindowKind::Edit, combo, nullptr, kComboEditId, WS_CHILD | WS_VISIBLE},
+            [combo](WindowRecord& field) { return combo->Native().AsCombo()->MakeEditField(field); });
 }
 
 }  // namespace
 
-bool IsWindow(HWND window) {
-    return window != nullptr && LivingWindows().contains(window);
+WindowRecord* RecordOf(const CWnd* window) {
+    return window != nullptr ? static_cast<WindowRecord*>(window->m_hWnd) : nullptr;
 }
 
-Window::Window(const WindowPlace& place) : m_place(place) {
+bool IsWindow(HWND window) {
+    return window != nullptr && LivingWindows().contains(RecordOf(window));
+}
+
+WindowRecord::WindowRecord(const WindowPlace& place) : m_place(place) {
     LivingWindows().insert(this);
     if (m_place.parent != nullptr)
         m_place.parent->m_children.push_back(this);
 }
 
-void Window::SetParent(HWND parent) {
+void WindowRecord::SetParent(WindowRecord* parent) {
     if (m_dying || parent == m_place.parent)
         return;
     if (m_place.parent != nullptr)
@@ -46,27 +51,27 @@ void Window::SetParent(HWND parent) {
         parent->m_children.push_back(this);
 }
 
-Window::~Window() {
+WindowRecord::~WindowRecord() {
     LivingWindows().erase(this);
-    for (Window* const other : LivingWindows())
+    for (WindowRecord* const other : LivingWindows())
         if (other->m_place.owner == this)
             other->m_place.owner = nullptr;
     if (IsWindow(m_place.parent))
         std::erase(m_place.parent->m_children, this);
 }
 
-HWND Window::Create(const WindowPlace& place, const MakeNative& make) {
+WindowRecord* WindowRecord::Create(const WindowPlace& place, const MakeNative& make) {
     struct Deleter {
-        void operator()(Window* window) const { delete window; }
+        void operator()(WindowRecord* window) const { delete window; }
     };
-    std::unique_ptr<Window, Deleter> window(new Window(place));
+    std::unique_ptr<WindowRecord, Deleter> window(new WindowRecord(place));
     window->m_native = make(*window);
     return window->m_native != nullptr ? window.release() : nullptr;
 }
 
-HWND Window::Create(const WindowPlace& place, const WindowRequest& request) {
-    const HWND window =
-        Create(place, [&](Window& made) { return RequireToolkit().MakeWindow(request, made); });
+WindowRecord* WindowRecord::Create(const WindowPlace& place, const WindowRequest& request) {
+    WindowRecord* const window =
+        Create(place, [&](WindowRecord& made) { return RequireToolkit().MakeWindow(request, made); });
     if (request.font != nullptr)
         window->m_font = *request.font;
     try {
@@ -78,13 +83,13 @@ HWND Window::Create(const WindowPlace& place, const WindowRequest& request) {
     return window;
 }
 
-void Window::Destroy() noexcept {
+void WindowRecord::Destroy() noexcept {
     if (std::exchange(m_dying, true))
         return;
     LeaveFocusAndCapture(this);
     Report(*this, WM_DESTROY);
     while (!m_children.empty()) {
-        const HWND child = m_children.back();
+        WindowRecord* const child = m_children.back();
         child->Destroy();
         std::erase(m_children, child);  // one that is being destroyed further up the stack
     }
@@ -100,13 +105,13 @@ void Window::Destroy() noexcept {
         Guarded([object] { object->PostNcDestroy(); });
 }
 
-HWND Window::Child(int id) const {
+WindowRecord* WindowRecord::Child(int id) const {
     const auto found = std::find_if(m_children.begin(), m_children.end(),
-                                    [id](const Window* child) { return child->m_place.id == id; });
+                                    [id](const WindowRecord* child) { return child->m_place.id == id; });
     return found == m_children.end() ? nullptr : *found;
 }
 
-CWnd* Window::ObjectForAsking() {
+CWnd* WindowRecord::ObjectForAsking() {
     if (m_object != nullptr)
         return m_object;
     if (m_madeObject == nullptr) {
@@ -116,7 +121,7 @@ CWnd* Window::ObjectForAsking() {
     return m_madeObject.get();
 }
 
-CFont& Window::Font() {
+CFont& WindowRecord::Font() {
     if (m_font.GetNative() == nullptr)
         m_font = CFont(RequireToolkit().MessageBoxFont());
     return m_font;
