@@ -30,7 +30,7 @@ CRect Widened(CRect rect) {
 }
 
 COLORREF OwnOr(COLORREF own, COLORREF fallback) {
-    return own == kGridDefaultColour ? fallback : own;
+    return own == kGridDefaultColor ? fallback : own;
 }
 
 void DrawFrame(CDC& dc, const CRect& rect, COLORREF color) {

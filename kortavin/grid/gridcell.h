@@ -13,8 +13,8 @@ class CGridCell {
     UINT state = 0;
     UINT format = 0;
     int image = -1;
-    COLORREF bkColour = kGridDefaultColour;
-    COLORREF fgColour = kGridDefaultColour;
+    COLORREF bkColour = kGridDefaultColor;
+    COLORREF fgColour = kGridDefaultColor;
 };
 
 }  // namespace kortavin

@@ -14,7 +14,7 @@ constinit const CRuntimeClass CGridCtrl::classCGridCtrl{"CGridCtrl", &CWnd::clas
 
 CGridCtrl::CGridCtrl(int nRows, int nCols, int nFixedRows, int nFixedCols) {
     RegisterGridClass();
-    ReadSystemColours();
+    ReadSystemColors();
     m_textColour = m_fixedTextColour = m_sysWindowText;
     m_textBkColour = m_sysWindow;
     m_bkColour = m_sysBtnShadow;

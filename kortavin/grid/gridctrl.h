@@ -57,7 +57,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     BOOL Create(const CRect& rect, CWnd* pParent, UINT nID,
                 DWORD dwStyle = WS_CHILD | WS_BORDER | WS_TABSTOP | WS_VISIBLE);
 
-    // --- Counts. Shrinking below the fixed count lowers that; raising a fixed count above the count raises
+    // Counts. Shrinking below the fixed count lowers that; raising a fixed count above the count raises
     // the count. New rows and columns have the default sizes. FALSE for a negative count.
     int GetRowCount() const { return m_rows.Count(); }
     int GetColumnCount() const { return m_columns.Count(); }
@@ -78,7 +78,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     BOOL DeleteBodyRows();  // all that are not fixed
     BOOL DeleteAllItems();  // the grid is empty afterwards
 
-    // --- Cells. Setters answer FALSE for a cell that does not exist; getters 0, -1 (image), empty.
+    // Cells. Setters answer FALSE for a cell that does not exist; getters 0, -1 (image), empty.
     BOOL SetItem(const GridItem* pItem);  // what the mask names; the state is stored as it is
     BOOL GetItem(GridItem* pItem) const;  // fills what the mask names
     BOOL SetItemText(int row, int col, const char* text);
@@ -91,7 +91,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     UINT GetItemState(int row, int col) const;
     BOOL SetItemFormat(int row, int col, UINT format);
     UINT GetItemFormat(int row, int col) const;
-    BOOL SetCellBackColor(int row, int col, COLORREF color);  // kGridDefaultColour: the grid's
+    BOOL SetCellBackColor(int row, int col, COLORREF color);  // kGridDefaultColor: the grid's
     COLORREF GetCellBackColor(int row, int col) const;
     BOOL SetCellTextColor(int row, int col, COLORREF color);
     COLORREF GetCellTextColor(int row, int col) const;
@@ -108,7 +108,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     void SetModified(BOOL bModified = TRUE, int row = -1, int col = -1);
     BOOL GetModified(int row = -1, int col = -1) const;
 
-    // --- Sizes
+    // Sizes
     int GetRowHeight(int row) const;         // -1 outside
     int GetColumnWidth(int col) const;       // -1 outside
     BOOL SetRowHeight(int row, int height);  // FALSE for a negative size too
@@ -124,7 +124,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     // window.
     CSize GetTextExtent(const char* text, BOOL bBold) const;
 
-    // --- Appearance and behaviour
+    // Appearance and behaviour
     void SetTextColor(COLORREF color);
     void SetTextBkColor(COLORREF color);
     void SetBkColor(COLORREF color);
@@ -172,7 +172,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     // Painting and scroll bars are suspended while FALSE; switching on repaints everything.
     void SetRedraw(BOOL bAllowDraw, BOOL bResetScrollBars = FALSE);
 
-    // --- Focus and selection
+    // Focus and selection
     CGridPos SetFocusCell(CGridPos cell);  // answers the former
     CGridPos SetFocusCell(int row, int col) { return SetFocusCell(CGridPos(row, col)); }
     CGridPos GetFocusCell() const { return m_focusCell; }
@@ -189,7 +189,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     void ExtendSelection(CGridPos cell);  // as the mouse mode says
     std::size_t GetSelectedCount() const { return m_selectedCells.size(); }
 
-    // --- Geometry
+    // Geometry
     // The first row and column behind the fixed ones that show: they begin at or behind the scroll position.
     CGridPos GetFirstScrollCell() const;
     // From there to the last ones that show, cut ones included; pRect receives the extent of all cells that
@@ -214,7 +214,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     void SetScrollPosition(int bar, int pos, BOOL bRedraw = TRUE);
     void EnsureVisible(int row, int col);  // nothing for a cell that does not exist
 
-    // --- Painting
+    // Painting
     // At once, on the given context or on the grid's own; where the toolkit draws in paints only, the cell is
     // invalidated. FALSE for cells that do not show; of a row or column, when one of its cells does not.
     BOOL RedrawCell(int row, int col, CDC* pDC = nullptr);
@@ -222,7 +222,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     BOOL RedrawColumn(int col);
     BOOL InvalidateCell(CGridPos cell);
 
-    // --- Fitting and sorting
+    // Fitting and sorting
     // To the largest extent of the cells (MeasureCell). FALSE, and nothing changes, without a window.
     BOOL FitRowToText(int row);
     BOOL FitColumnToText(int col);
@@ -342,7 +342,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     void OfferAccessibleTable();
     void TellTableChange(window::TableChange change, CGridPos cell = {0, 0}) const;
 
-    void ReadSystemColours();
+    void ReadSystemColors();
     void SetAppearance(COLORREF& field, COLORREF color);
     void ApplyFont(const CFont& font);
     bool IsDrawn() const { return m_hWnd != nullptr && m_allowDraw; }
@@ -369,7 +369,7 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     BOOL DrawSingleCell(CDC& dc, int row, int col, const CRect& rect);
     BOOL RedrawCells(const CGridRange& cells);
     bool HasLines(int lines) const;
-    COLORREF LineColour() const;
+    COLORREF LineColor() const;
     bool IsInLineWithFocus(int row, int col) const;
     void DrawCellContent(CDC& dc, int row, int col, CRect rect, CFont& font);
     CFont& FontFor(int row, int col, bool semiBold);
@@ -411,8 +411,8 @@ class KORTAVIN_API CGridCtrl : public CWnd {
     COLORREF m_bkColour = 0;
     COLORREF m_fixedTextColour = 0;
     COLORREF m_fixedBkColour = 0;
-    static constexpr COLORREF kUsualLineColour = RGB(0xC0, 0xC0, 0xC0);
-    COLORREF m_gridColour = kUsualLineColour;
+    static constexpr COLORREF kUsualLineColor = RGB(0xC0, 0xC0, 0xC0);
+    COLORREF m_gridColour = kUsualLineColor;
     COLORREF m_sysWindowText = 0;  // the system's colours as last read
     COLORREF m_sysWindow = 0;
     COLORREF m_sysBtnFace = 0;

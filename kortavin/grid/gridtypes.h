@@ -57,7 +57,7 @@ inline constexpr UINT GridItemFormat = 0x40;
 inline constexpr UINT GridItemFont = 0x80;
 
 // A cell's colour that stands for the grid's.
-inline constexpr COLORREF kGridDefaultColour = 0xFF000000;
+inline constexpr COLORREF kGridDefaultColor = 0xFF000000;
 
 // Several attributes of one cell, read or written at once.
 struct GridItem {
@@ -68,8 +68,8 @@ struct GridItem {
     UINT nFormat = 0;  // DT_ bits (kortavin/window/dc.h)
     CString text;
     int image = -1;  // index in the grid's image list; -1: none
-    COLORREF bkColour = kGridDefaultColour;
-    COLORREF fgColour = kGridDefaultColour;
+    COLORREF bkColour = kGridDefaultColor;
+    COLORREF fgColour = kGridDefaultColor;
     LPARAM lParam = 0;  // the caller's own
     LOGFONT font;
 };
@@ -129,5 +129,5 @@ using kortavin::GridStateFocused;
 using kortavin::GridStateModified;
 using kortavin::GridStateReadOnly;
 using kortavin::GridStateSelected;
-using kortavin::kGridDefaultColour;
+using kortavin::kGridDefaultColor;
 #endif

@@ -91,14 +91,14 @@ bool CGridCtrl::HasLines(int lines) const {
 }
 
 // The usual light grey would be glaring on a dark desktop.
-COLORREF CGridCtrl::LineColour() const {
-    const bool isUsual = m_gridColour == kUsualLineColour;
+COLORREF CGridCtrl::LineColor() const {
+    const bool isUsual = m_gridColour == kUsualLineColor;
     return isUsual && grid::IsDark(m_textBkColour) ? grid::Softened(m_gridColour, m_textBkColour)
                                                    : m_gridColour;
 }
 
 void CGridCtrl::DrawGridLines(CDC& dc, const CGridRange& visible, const CRect& extent) const {
-    CPen pen(PS_SOLID, 1, LineColour());
+    CPen pen(PS_SOLID, 1, LineColor());
     CPen* const former = dc.SelectObject(&pen);
     const int fixedHeight = GetFixedRowsHeight();
     const int fixedWidth = GetFixedColumnsWidth();
@@ -135,7 +135,7 @@ BOOL CGridCtrl::DrawSingleCell(CDC& dc, int row, int col, const CRect& rect) {
     if (IsCellFixed(row, col))
         return PaintFixedCell(&dc, row, col, rect);
     const BOOL painted = PaintCell(&dc, row, col, rect);
-    CPen pen(PS_SOLID, 1, LineColour());
+    CPen pen(PS_SOLID, 1, LineColor());
     CPen* const former = dc.SelectObject(&pen);
     if (HasLines(GridLinesHorz)) {
         dc.MoveTo(rect.left, rect.bottom);

@@ -87,7 +87,7 @@ inline WindowRecord* RecordOf(HWND window) {
 // What an object is attached to; null for null.
 KORTAVIN_SEAM WindowRecord* RecordOf(const CWnd* window);
 
-// --- What a toolkit reports. No error leaves these: one of the framework's is shown in a message box, any
+// What a toolkit reports. No error leaves these: one of the framework's is shown in a message box, any
 // other ends the innermost modal run and is thrown by its DoModal. A window may be gone when they return.
 
 // A message to the window's object, else to the toolkit's own handling. Mouse and key messages, WM_PAINT,
@@ -117,7 +117,7 @@ void Guarded(Body&& body) noexcept {
     }
 }
 
-// --- What the library itself uses.
+// What the library itself uses.
 
 // To the window's object at once; errors reach the caller. 0 for a window that is gone.
 KORTAVIN_SEAM LRESULT SendMessage(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);

@@ -95,7 +95,7 @@ TEST(GridModel, ItemsCarryWhatTheirMaskNames) {
     item.nFormat = 21;
     item.bkColour = RGB(1, 2, 3);
     EXPECT_TRUE(grid.SetItem(&item));
-    EXPECT_EQ(grid.GetCellBackColor(1, 1), kGridDefaultColour);
+    EXPECT_EQ(grid.GetCellBackColor(1, 1), kGridDefaultColor);
     item.mask = GridItemBkColour | GridItemFont | GridItemState;
     item.font.lfHeight = -40;
     item.state = GridStateSelected;

@@ -24,7 +24,7 @@ class GridPainting : public GridWindow {
     }
 };
 
-TEST_F(GridPainting, CellsLinesAndTheGroundAroundThemHaveTheirColours) {
+TEST_F(GridPainting, CellsLinesAndTheGroundAroundThemHaveTheirColors) {
     Open(3, 3);
     grid->SetCellBackColor(1, 1, kRed);
     Paint();
@@ -48,7 +48,7 @@ TEST_F(GridPainting, CellsLinesAndTheGroundAroundThemHaveTheirColours) {
     EXPECT_EQ(At(60, 39), kLine);
 }
 
-TEST_F(GridPainting, FocusCellHasAFrameAndItsOwnColoursEvenWhenSelected) {
+TEST_F(GridPainting, FocusCellHasAFrameAndItsOwnColorsEvenWhenSelected) {
     Open(4, 4);
     grid->SelectRange(1, 1, 2, 2);
     grid->SetFocusCell(1, 1);
@@ -69,7 +69,7 @@ TEST_F(GridPainting, FocusCellHasAFrameAndItsOwnColoursEvenWhenSelected) {
 
     desktop->SetSystemColor(COLOR_WINDOW, RGB(0x23, 0x24, 0x26));
     grid->SetTextColor(kRed);
-    grid->SetCellBackColor(1, 1, kGridDefaultColour);
+    grid->SetCellBackColor(1, 1, kGridDefaultColor);
     Paint();
     EXPECT_EQ(At(50, 20), kRed) << "black does not show on a dark ground";
     EXPECT_LT(At(99, 38), kLine);
@@ -147,7 +147,7 @@ TEST_F(GridPainting, TextStandsWithinMarginsAsTheFormatSays) {
     EXPECT_EQ(inkColumns().first, 50 + margin + 1);
 }
 
-TEST_F(GridPainting, ColoursFollowTheSystemUnlessTheyWereChosen) {
+TEST_F(GridPainting, ColorsFollowTheSystemUnlessTheyWereChosen) {
     Open(3, 3);
     grid->SetTextColor(kRed);
     desktop->SetSystemColor(COLOR_WINDOW, RGB(10, 20, 30));

@@ -65,7 +65,7 @@ TEST_F(QtGuests, WindowFollowsItsWidgetFromFormToForm) {
     EXPECT_EQ(qt::WidgetOf(guest), &label);
 }
 
-TEST_F(QtGuests, PickerHasTheColoursAndTheFontOfItsComboBox) {
+TEST_F(QtGuests, PickerHasTheColorsAndTheFontOfItsComboBox) {
     CSelTextSymbol picker;
     ASSERT_TRUE(qt::AttachTo(picker, m_combo));
     picker.SetSymbol("\xA1\xF6");  // a black square

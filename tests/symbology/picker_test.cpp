@@ -196,7 +196,7 @@ TEST_F(Pickers, TextSymbolIsOneOfTheTableAndNothingElse) {
         ExpectItems(*picker, symbols, TextId::TextBlackCircle);
 }
 
-TEST_F(Pickers, ColourSettersRepaintTheParentAtOnce) {
+TEST_F(Pickers, ColorSettersRepaintTheParentAtOnce) {
     ExpectSetterToRepaintTheHost(kBlack, &CSelectColor::SetColor, &CSelectColor::GetColor);
     ExpectSetterToRepaintTheHost(kBlack, &CSelAreaStyle::SetColor, &CSelAreaStyle::GetColor);
     ExpectSetterToRepaintTheHost(kWhite, &CSelAreaStyle::SetBGColor, &CSelAreaStyle::GetBGColor);
@@ -205,7 +205,7 @@ TEST_F(Pickers, ColourSettersRepaintTheParentAtOnce) {
     ExpectSetterToRepaintTheHost(kWhite, &CSelSymStyle::SetBGColor, &CSelSymStyle::GetBGColor);
 }
 
-TEST_F(Pickers, PressOnColourSwatchOpensTheChooserAndGoesOn) {
+TEST_F(Pickers, PressOnColorSwatchOpensTheChooserAndGoesOn) {
     ObservedSwatch swatch;
     Show(swatch);
     swatch.SetColor(kRed);
@@ -229,7 +229,7 @@ TEST_F(Pickers, PressOnColourSwatchOpensTheChooserAndGoesOn) {
 }
 
 // The swatches of the selection field lie at (2, 4) and (17, 4), each 10 by 16 pixels.
-TEST_F(Pickers, PressOnSymbolSwatchAsksForItsColourStartingFromTheSymbols) {
+TEST_F(Pickers, PressOnSymbolSwatchAsksForItsColorStartingFromTheSymbols) {
     CSelSymStyle picker;
     picker.SetColor(kRed);
     Show(picker);

@@ -86,7 +86,7 @@ TEST_F(PickerPictures, LineRunsThroughTheMiddleOnWhite) {
     }
 }
 
-TEST_F(PickerPictures, AreaIsHatchedOverItsBackgroundColour) {
+TEST_F(PickerPictures, AreaIsHatchedOverItsBackgroundColor) {
     std::vector<PixelSurface> hatches;
     for (int item = 0; item <= 5; ++item) {
         hatches.push_back(Draw(m_area, item, kRect, item % 2 == 0 ? ODS_COMBOBOXEDIT : 0).surface);

@@ -28,7 +28,7 @@ TEST(ToolkitMissing, EachNeedOfAWindowIsAnErrorAndMessagesAreDropped) {
     EXPECT_EQ(kortavin::window::CurrentToolkit(), nullptr);
 }
 
-TEST(ToolkitMissing, ColoursAndFontsAreAPlainDesktops) {
+TEST(ToolkitMissing, ColorsAndFontsAreAPlainDesktops) {
     EXPECT_EQ(GetSysColor(COLOR_WINDOW), RGB(255, 255, 255));
     EXPECT_EQ(GetSysColor(COLOR_WINDOWTEXT), RGB(0, 0, 0));
     EXPECT_GT(GetSystemMetrics(SM_CXVSCROLL), 0);

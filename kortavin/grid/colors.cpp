@@ -5,7 +5,7 @@ namespace kortavin {
 
 // Appearance, and the desktop's colours that it follows.
 
-void CGridCtrl::ReadSystemColours() {
+void CGridCtrl::ReadSystemColors() {
     m_sysWindowText = GetSysColor(COLOR_WINDOWTEXT);
     m_sysWindow = GetSysColor(COLOR_WINDOW);
     m_sysBtnFace = GetSysColor(COLOR_BTNFACE);
@@ -23,7 +23,7 @@ void CGridCtrl::OnSysColorChange() {
     follow(m_textBkColour, m_sysWindow, COLOR_WINDOW);
     follow(m_bkColour, m_sysBtnShadow, COLOR_BTNSHADOW);
     follow(m_fixedBkColour, m_sysBtnFace, COLOR_BTNFACE);
-    ReadSystemColours();
+    ReadSystemColors();
     InvalidateIfDrawn();
 }
 
