@@ -2,7 +2,8 @@
 # Feeds scripts/check-layers small trees with one fault each: it must name the fault, and pass the tree without one.
 set -euo pipefail
 
-checkLayers=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)/scripts/check-layers
+scripts=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)/scripts
+checkLayers=$scripts/check-layers
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -27,7 +28,7 @@ expect() {
     makeTree "$name"
     mkdir -p "$(dirname "$tree/$file")"
     echo "$content" >"$tree/$file"
-    output=$("$checkLayers" "$tree" 2>&1) || code=$?
+    output=$(bash "$checkLayers" "$tree" 2>&1) || code=$?
     if [[ -z $report && $code == 0 && -z $output ]] || [[ -n $report && $code != 0 && $output == *"$report"* ]]; then
         return
     fi
@@ -55,4 +56,11 @@ expect OtherDatabaseLibraryIsNotMistaken kortavin/query/compose.cpp '#include <s
 expect HeaderThatNeedsAnotherIsListed kortavin/query/list.h 'std::string name();' 'kortavin/query/list.h: does not compile alone'
 expect ForgottenTestIsListed tests/query/forgotten_test.cpp '' 'tests/query/forgotten_test.cpp: no CMakeLists.txt names it'
 expect FolderWithoutRowIsListed util/misc.cpp '#include <string>' 'folder util has no row'
+
+# Only a spoiled table has a circle.
+mkdir "$work/scripts"
+sed "s|\[kortavin/base\]=''|[kortavin/base]='kortavin/query/definition.h'|" "$checkLayers" >"$work/scripts/check-layers"
+cp "$scripts/common.sh" "$work/scripts"
+checkLayers=$work/scripts/check-layers
+expect CircleIsListed kortavin/query/compose.cpp '' 'a circle in the table: kortavin/base kortavin/query'
 exit "$failed"
