@@ -1,25 +1,28 @@
-// A host with widgets of its own: it puts a picker beside them and reads the user's choice.
-#include <kortavin/qt/qtwidgets.h>
+// A host with widgets of its own: it puts pickers on them and beside them.
+#include "areaform.h"
+
 #include <kortavin/symbology/sellinestyle.h>
 
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QComboBox>
+
+namespace {
+
+bool Shows(const QWidget* combo, const QWidget& form, int count, int index) {
+    const auto* box = qobject_cast<const QComboBox*>(combo);
+    return box && box->parentWidget() == &form && box->count() == count && box->currentIndex() == index;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QWidget form;
-    QComboBox attached(&form);
-    CSelLineStyle onWidget, created;
-    if (!kortavin::qt::AttachTo(onWidget, attached) ||
-        !created.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, {0, 40, 200, 64},
+    AreaForm form;
+    auto* attached = form.findChild<QComboBox*>();
+    CSelLineStyle created;
+    if (!created.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, {0, 40, 200, 64},
                         kortavin::qt::WindowOf(&form), 1))
         return 1;
+    created.SetStyle(2);
     form.show();
-    for (CSelLineStyle* picker : {&onWidget, &created}) {
-        picker->SetStyle(2);
-        auto* combo = qobject_cast<QComboBox*>(kortavin::qt::WidgetOf(*picker));
-        if (!combo || combo->parentWidget() != &form || combo->count() != 5 || combo->currentIndex() != 2)
-            return 2;
-    }
-    return 0;
+    return Shows(attached, form, 7, 4) && Shows(kortavin::qt::WidgetOf(created), form, 5, 2) ? 0 : 2;
 }
