@@ -1,9 +1,5 @@
 #include "kortavin/window/listbox.h"
 
-#include <algorithm>
-#include <functional>
-#include <ranges>
-
 #include "kortavin/window/windowrecord.h"
 
 namespace kortavin {
@@ -16,9 +12,15 @@ window::NativeList* ListOf(HWND window) {
 
 // Behind its equals.
 int PlaceInOrder(const window::NativeList& list, const CString& text) {
-    const auto places = std::views::iota(0, list.Count());
-    return *std::ranges::upper_bound(places, text, std::less<>(),
-                                     [&list](int place) { return list.ItemText(place); });
+    int first = 0;
+    for (int behind = list.Count(); first < behind;) {
+        const int middle = first + (behind - first) / 2;
+        if (text < list.ItemText(middle))
+            behind = middle;
+        else
+            first = middle + 1;
+    }
+    return first;
 }
 
 }  // namespace

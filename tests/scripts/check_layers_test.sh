@@ -11,7 +11,7 @@ trap 'rm -rf "$work"' EXIT
 makeTree() {
     tree=$work/$1
     mkdir -p "$tree"/{kortavin/{base,window,odbc,qt,query,db},tests/query}
-    echo '#include <string>' >"$tree/kortavin/base/text.h"
+    echo '#include <cstddef>' >"$tree/kortavin/base/text.h"
     echo '#include "kortavin/base/text.h"' >"$tree/kortavin/window/messagebox.h"
     echo 'int area();' >"$tree/kortavin/window/wnd.h"
     echo '#include "kortavin/base/text.h"' >"$tree/kortavin/query/compose.h"
